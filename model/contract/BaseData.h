@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/contract/Variant.h"
+
+namespace margindesk {
+
+// The base of host records. The host owns every record; the package reads it through virtual reads and never
+// frees it.
+class TBaseData {
+ public:
+  virtual ~TBaseData() = default;
+
+  // One field of the record as text or as a cell value. A field that the record does not hold: empty text,
+  // unassigned.
+  virtual std::string GetDataString(std::int32_t /*field*/) const { return {}; }
+  virtual TVariant GetDataValue(std::int32_t /*field*/) const { return {}; }
+};
+
+}  // namespace margindesk

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace margindesk {
+
+// Sections of the language files that every resource key and every error code is looked up under.
+inline constexpr std::string_view Const_ResourceStringTag = "Resource";
+inline constexpr std::string_view Const_ErrorCodeTag = "ErrorCode";
+
+// Cell codes of the account tree, which are also the tags of its columns.
+inline constexpr std::int32_t kCellValue = 3;     // the figure
+inline constexpr std::int32_t kCellCaption = 21;  // the caption of a row: its field, or its currency
+
+// An amount counts as zero when its absolute value is not above this.
+inline constexpr double kZeroTolerance = 1e-7;
+
+// Fields of a subscription item.
+inline constexpr std::int32_t kItemReferencePrice = 3;
+inline constexpr std::int32_t kItemExchange = 20;
+inline constexpr std::int32_t kItemProductType = 22;
+inline constexpr std::int32_t kItemCurrency = 23;
+inline constexpr std::int32_t kItemLotSize = 24;
+inline constexpr std::int32_t kItemMarketCode = 73;
+inline constexpr std::int32_t kItemPriceMultiplier = 1504;
+inline constexpr std::int32_t kItemOTC = 1508;  // "1" over the counter
+inline constexpr std::int32_t kItemBondMinimum = 3401;
+inline constexpr std::int32_t kItemBondIncrement = 3402;
+// Fields that the host adds for its own base classes.
+inline constexpr std::int32_t kItemLast = 5001;
+inline constexpr std::int32_t kItemBid = 5002;
+inline constexpr std::int32_t kItemAsk = 5003;
+inline constexpr std::int32_t kItemPreviousClose = 5004;
+inline constexpr std::int32_t kItemContractSize = 5005;  // units of the underlying a contract, 1 for a stock
+
+inline constexpr std::int32_t kItemReady = 1;  // TCustomSubItem::GetStatus
+
+// Channels and channel messages.
+inline constexpr std::int32_t kChannelLinkedAccount = 10;  // a position's account, to linked views
+inline constexpr std::int32_t kChannelMainFormShown = 104;
+inline constexpr std::int32_t kChannelLayoutLoaded = 109;
+inline constexpr std::int32_t kMessageBatchConfirmation = 18012;  // TOrderTakeActionRecord
+inline constexpr std::int32_t kMessageCustomColumns = 18013;      // TCustomColumnRecord
+inline constexpr std::int32_t kMessageSymbolList = 18015;         // TSymbolListRecord
+inline constexpr std::int32_t kMessageMoreInfo = 18027;           // TWebViewRecord
+
+// View notifications.
+inline constexpr std::int32_t kViewAccountChanged = 1024;  // account, currency or aggregation
+inline constexpr std::int32_t kViewLayoutChanged = 1026;   // shown rows, language, layout or caption buttons
+
+// Order actions.
+inline constexpr std::int32_t kActionOrder = 1;
+inline constexpr std::int32_t kActionOTCFund = 37;
+inline constexpr std::int32_t kActionOTCBond = 38;
+inline constexpr std::int32_t kActionSimulate = 54;
+
+// Views of the host.
+inline constexpr std::int32_t kViewPositionDetail = 602;
+inline constexpr std::int32_t kViewOptionsPayOff = 620;
+
+// Master type of a consolidated (cross-out) master account.
+inline constexpr std::int32_t kMasterTypeConsolidated = 10;
+
+}  // namespace margindesk
