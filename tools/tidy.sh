@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Reads the sources with clang-tidy; anything it finds fails.
+#   tools/tidy.sh            all sources
+#   tools/tidy.sh PATH...    those whose path from the repository's folder begins so
+set -euo pipefail
+
+# shellcheck source=tools/setup.sh
+source "$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/setup.sh"
+
+need build test tidy
+configure clang
+
+# Units that the build generates are left out.
+paths=("$@")
+[[ $# -gt 0 ]] || paths=(accountinfo bench controls forms fuzz host marginsim model plugin terminal tests)
+run-clang-tidy-14 -quiet -j "$jobs" -p "$root/build/clang" "${paths[@]/#/^$root/}"
