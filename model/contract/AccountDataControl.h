@@ -54,14 +54,14 @@ class TConvertAccountDataValueNode : public TDataNode {
 // The account tree's base: it owns the nodes and keeps the column list, the account, its currencies and the
 // sub-accounts of a master account, and listens to the host's accounts and currencies.
 //
-// What a figure's value and text are:
-// - an attribute row shows the account's total row, or the filter currency's data, in the conversion
-// currency;
-// - a value row shows its currency's data in that currency, or the total row in the conversion currency;
-// - a converted row shows its currency's data in the conversion currency.
-// The conversion multiplies by the ratio of the amount's own currency (1 for the total row, which is in the
-// base currency) and divides by the conversion currency's, unless that ratio is 0. While the aggregate flag
-// is set, the figures are those of the master and its sub-accounts together.
+// What a cell shows:
+// - an attribute row the account's total row, or the filter currency's data, in the conversion currency;
+// - a value row its currency's data in that currency, or the total row in the conversion currency;
+// - a converted row its currency's data in the conversion currency.
+// Converting multiplies by the ratio of the amount's own currency (the total row is in the base currency
+// already) and divides by the conversion currency's ratio, unless that is 0. A cell's value is the amount in
+// its own currency; only a converted row's value is the converted amount. While the aggregate flag is set,
+// the figures are those of the master and its sub-accounts together.
 class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
  public:
   // columnSection: the language section that defines custom columns ("" for none).
@@ -96,12 +96,13 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   virtual void CurrencyListUpdate(void* sender, void* data);
   virtual void CurrencyRatioUpdate(void* sender, void* data);
   virtual std::string GetResourceHeader(std::int32_t field);
+  // One field of one currency, unassigned when there is no data or the record does not hold it.
   virtual TVariant GetAccountCurrencyData(const TCustomAccountData* data, std::int32_t field);
   // flag: show a figure of one currency in the conversion currency; the total row is always shown in it.
   virtual std::string GetAccountCurrencyDisplayData(const TCustomAccountData* data, std::int32_t field,
                                                     bool flag);
   virtual void SetCurrency(TCode currency);  // the conversion currency; empty means the base currency
-  virtual void InitCurrencyNode();
+  virtual void InitCurrencyNode();           // builds the rows below the first level; the base knows none
   // The field summed over the master's data and that of each sub-account in the same currency.
   virtual TVariant GetAggregatedAccountCurrencyData(const TCustomAccountData* data, std::int32_t field);
   virtual void InitAggregateAccountList();  // refills the sub-account map
@@ -138,8 +139,11 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   // "%d-%s" of field and currency; the field alone for an empty currency.
   static std::string MakeNodeKey(std::int32_t field, TCode currency);
 
-  // The ratio that a figure of `currency` is multiplied by to be shown in the conversion currency.
-  double GetDisplayRatio(TCode currency) const;
+  // An amount of `currency` (empty: of the total row) in the conversion currency.
+  double ToConversionCurrency(double amount, TCode currency) const;
+
+  // The name of a currency in the current language, or its code when it has none.
+  static std::string GetCurrencyName(TCode currency);
 
   TCode FAccount;
   TCode FFilterCurrency;

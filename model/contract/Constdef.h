@@ -32,7 +32,14 @@ inline constexpr std::int32_t kItemLast = 5001;
 inline constexpr std::int32_t kItemBid = 5002;
 inline constexpr std::int32_t kItemAsk = 5003;
 inline constexpr std::int32_t kItemPreviousClose = 5004;
-inline constexpr std::int32_t kItemContractSize = 5005;  // units of the underlying a contract, 1 for a stock
+// What one unit is worth at a price of one, in the product's currency: 1 for a stock, the contract size for a
+// derivative, 0.01 for a bond that is quoted in percent.
+inline constexpr std::int32_t kItemContractSize = 5005;
+// Fields that positions add to the catalogue's for the host's own base classes: prices in the product's
+// currency.
+inline constexpr std::int32_t kPositionAveragePrice = 5101;
+inline constexpr std::int32_t kPositionBuyAveragePrice = 5102;
+inline constexpr std::int32_t kPositionSellAveragePrice = 5103;
 
 inline constexpr std::int32_t kItemReady = 1;  // TCustomSubItem::GetStatus
 
