@@ -22,11 +22,11 @@ function(margindesk_add_library name kind)
   target_link_libraries(${name} PUBLIC ${arg_LIBS} PRIVATE ${arg_PRIVATE_LIBS})
 endfunction()
 
-# margindesk_add_test(NAME SOURCES FILE... [LIBS TARGET...] [LABELS LABEL...])
+# margindesk_add_test(NAME SOURCES FILE... [LIBS TARGET...] [LABEL LABEL])
 # A Google Test program whose cases are tests of their own in CTest. The code sees the repository's folder as the text
 # MARGINDESK_SOURCE_DIR. Nothing happens when tests are not built.
 function(margindesk_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBS;LABELS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL" "SOURCES;LIBS")
   if(NOT BUILD_TESTING)
     return()
   endif()
@@ -36,7 +36,7 @@ function(margindesk_add_test name)
   target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gmock GTest::gtest_main)
   # A test that hangs is a failure, not a wait.
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-                       PROPERTIES TIMEOUT 300 LABELS "${arg_LABELS}")
+                       PROPERTIES TIMEOUT 300 LABELS "${arg_LABEL}")
 endfunction()
 
 # margindesk_add_bench(NAME SOURCES FILE... [LIBS TARGET...])

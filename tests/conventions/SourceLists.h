@@ -1,0 +1,13 @@
+#pragma once
+
+#include <vector>
+
+#include "tests/conventions/SourceTree.h"
+
+namespace margindesk {
+
+// The .cpp files among `files` that the nearest CMakeLists.txt at or above their folder does not name, the
+// repository's own at the top not counting: they would be written and never built.
+std::vector<TFinding> CheckSourceLists(const std::vector<TSourceFile>& files);
+
+}  // namespace margindesk
