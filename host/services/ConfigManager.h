@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/services/ConfigStore.h"
+#include "model/contract/ConfigManager.h"
+
+namespace margindesk {
+
+// The section of what belongs to the terminal rather than to a user.
+inline constexpr std::string_view kPlatformSection = "OMS_TRADEPLATFORM";
+
+// The configuration. Every value is held in memory, so that reading never touches the disk. Values whose
+// length is no text's (an embedded NUL) and values that are not UTF-8 are kept byte by byte.
+class TConfigManager : public TCustomConfigManager {
+ public:
+  // Kept in memory alone: gone with the object.
+  explicit TConfigManager(std::string_view user);
+  // Kept in a file (see TConfigStore). Throws TConfigError when it cannot be used.
+  TConfigManager(const std::filesystem::path& file, std::string_view user);
+
+  void AddConfigUpdateHandler(THandler handler, const void* owner) override;
+  void RemoveConfigUpdateHandler(const void* owner) override;
+  std::string ReadString(std::string_view section, std::string_view key) const override;
+  std::int32_t ReadInteger(std::string_view section, std::string_view key) const override;
+  bool ReadBool(std::string_view section, std::string_view key) const override;
+  // "User." and the user's name; "User" when nobody is signed in.
+  std::string GetUserSection() const override;
+  // A value that cannot be stored is not taken: reads keep giving what is on the disk, nobody is notified,
+  // and the user is told through the message box.
+  void WriteString(std::string_view section, std::string_view key, std::string_view value,
+                   bool notify) override;
+  // True unless "ApplyGridLayout" of the platform section is "N".
+  bool CanApplyLayout() const override;
+
+  // WriteString for a caller that reports a failure itself: throws TConfigError.
+  // The handlers are called when the value changed, or when an earlier change has not been announced yet.
+  void Store(std::string_view section, std::string_view key, std::string_view value, bool notify);
+
+  const THandlerList& Handlers() const noexcept { return FHandlers; }
+
+ private:
+  using TSection = std::map<std::string, std::string, std::less<>>;
+
+  // The stored text, or the empty one.
+  std::string_view Find(std::string_view section, std::string_view key) const;
+  void Keep(std::string_view section, std::string_view key, std::string_view value);
+
+  std::optional<TConfigStore> FStore;  // none in memory
+  const std::string FUserSection;
+  std::map<std::string, TSection, std::less<>> FSections;
+  bool FUnannounced = false;  // written without notify since the last notification
+  THandlerList FHandlers;
+};
+
+}  // namespace margindesk
