@@ -1,10 +1,13 @@
-#include <array>
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <fstream>
-#include <iterator>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include <sqlite3.h>
@@ -19,9 +22,14 @@ namespace margindesk {
 namespace {
 
 std::string ReadFile(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(file, error)) throw TBookError(file.string(), "cannot be read");
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  if (error) throw TBookError(file.string(), "cannot be read");
+  std::string text(static_cast<std::size_t>(size), '\0');
   std::ifstream stream(file, std::ios::binary);
-  std::string text(std::istreambuf_iterator<char>(stream), {});
-  if (!stream || stream.bad()) throw TBookError(file.string(), "cannot be read");
+  stream.read(text.data(), static_cast<std::streamsize>(text.size()));
+  if (!stream) throw TBookError(file.string(), "cannot be read");
   return text;
 }
 
@@ -66,137 +74,165 @@ class TCsvHeader {
   std::vector<std::string> FNames;                  // by field of the file
 };
 
-// One import: the new contents replace the old ones inside a transaction that only the end commits. Rows get
-// the numbers 1, 2, 3, ..., so that whatever is found out later about a stored row leads back to its line.
-class TBookImport {
+// The lines of a file that the stored rows came from.
+class TRowLines {
  public:
-  TBookImport(TSqliteConnection& connection, const std::filesystem::path& directory)
-      : FConnection(connection), FDirectory(directory) {}
+  void Add(const TCsvReader& record, const TCsvHeader& header, std::size_t columns) {
+    FFirst.push_back(record.FieldLine(0));
+    if (record.FieldLine(record.FieldCount() - 1) == record.FieldLine(0)) return;
+    std::vector<std::size_t>& lines = FSpread[FFirst.size()];
+    for (std::size_t i = 0; i < columns; ++i) lines.push_back(record.FieldLine(header.FieldOf(i)));
+  }
 
-  void Run() {
-    CheckBookDirectory(FDirectory);
-    TSqliteTransaction transaction(FConnection, TSqliteTransaction::TMode::kWrite);
-    for (auto table = kBookTables.rbegin(); table != kBookTables.rend(); ++table) {
-      FConnection.Execute(ClearSql(*table));
-    }
-    for (const TBookTable& table : kBookTables) ImportTable(table);
-    Refuse(FindBrokenReferences(FConnection));
-    Refuse(FindBrokenRules(FConnection));
-    transaction.Commit();
+  // Line of a column of a row, which is counted from 1; row 0 is the table as a whole.
+  std::size_t Of(std::int64_t row, std::size_t column) const {
+    if (row == 0) return 1;
+    const auto number = static_cast<std::size_t>(row);
+    const auto spread = FSpread.find(number);
+    return spread == FSpread.end() ? FFirst.at(number - 1) : spread->second[column];
   }
 
  private:
-  std::string FileOf(const TBookTable& table) const { return BookFile(FDirectory, table).string(); }
-  std::vector<std::size_t>& LinesOf(TTable table) { return FLines[static_cast<std::size_t>(table)]; }
+  std::vector<std::size_t> FFirst;                          // by row
+  std::map<std::size_t, std::vector<std::size_t>> FSpread;  // by column, for a row of several lines
+};
 
-  void ImportTable(const TBookTable& table) {
-    const std::filesystem::path file = BookFile(FDirectory, table);
-    if (!std::filesystem::exists(file)) {
-      if (table.FRequired) throw TBookError(file.string(), "missing file");
-      return;
-    }
-    const std::string text = ReadFile(file);
-    TCsvReader reader(text);
-    std::optional<TCsvHeader> header;
+// Stores the rows of one file into an empty table. They get the numbers 1, 2, 3, ..., so that whatever is
+// found out later about a stored row leads back to its line.
+class TTableImport {
+ public:
+  TTableImport(TSqliteConnection& connection, const TBookTable& table, const std::filesystem::path& file)
+      : FConnection(connection),
+        FTable(table),
+        FFile(file.string()),
+        FText(ReadFile(file)),
+        FReader(FText),
+        FCells(table.FColumns.size()) {}
+
+  TRowLines Run() {
     try {
-      reader.Next();
-      header.emplace(table, file.string(), reader);
-      TSqliteStatement insert(FConnection, InsertSql(table));
-      while (reader.Next()) ImportRow(table, *header, reader, insert);
+      FReader.Next();
+      FHeader.emplace(FTable, FFile, FReader);
+      TSqliteStatement insert(FConnection, InsertSql(FTable));
+      while (FReader.Next()) ImportRow(insert);
     } catch (const TCsvFault& fault) {
-      throw TBookError(file.string(), fault.FLine,
-                       header ? header->NameOf(fault.FField) : TCsvHeader::Ordinal(fault.FField),
-                       fault.FReason);
+      const std::string column = FHeader ? FHeader->NameOf(fault.FField) : TCsvHeader::Ordinal(fault.FField);
+      throw TBookError(FFile, fault.FLine, column, fault.FReason);
     }
+    return std::move(FLines);
   }
 
-  void ImportRow(const TBookTable& table, const TCsvHeader& header, const TCsvReader& reader,
-                 TSqliteStatement& insert) {
-    CheckFieldCount(table, header, reader);
-    FCells.resize(table.FColumns.size());
+ private:
+  void ImportRow(TSqliteStatement& insert) {
+    CheckFieldCount();
     for (std::size_t i = 0; i < FCells.size(); ++i) {
-      const TBookColumn& column = table.FColumns[i];
-      const std::size_t field = header.FieldOf(i);
-      std::string_view text = reader.Field(field);
-      if (text.empty() && !column.FWhenEmpty.empty()) {
-        text = reader.Field(header.FieldOf(table.Column(column.FWhenEmpty)));
-      }
-      if (const TBookRefusal refusal = ParseBookField(column, text, FCells[i])) {
-        throw TBookError(FileOf(table), reader.FieldLine(field), column.FName, *refusal);
+      if (const TBookRefusal refusal = ParseBookField(FTable.FColumns[i], FieldText(i), FCells[i])) {
+        Refuse(i, *refusal);
       }
     }
     BindBookCells(insert, FCells);
     try {
       insert.Run();
     } catch (const TSqliteError& error) {
-      if (error.Code() != SQLITE_CONSTRAINT_UNIQUE) throw;
-      RefuseDuplicate(table, header, reader);
+      if (error.Code() == SQLITE_CONSTRAINT_UNIQUE) RefuseDuplicate();
+      throw;
     }
-    LinesOf(table.FTable).push_back(reader.FieldLine(0));
+    FLines.Add(FReader, *FHeader, FCells.size());
   }
 
-  void CheckFieldCount(const TBookTable& table, const TCsvHeader& header, const TCsvReader& reader) const {
-    const std::size_t count = reader.FieldCount();
-    if (count == header.FieldCount()) return;
-    const std::size_t place = std::min(count, header.FieldCount());
-    const std::string counts =
-        " (" + std::to_string(count) + " of " + std::to_string(header.FieldCount()) + " fields)";
-    throw TBookError(FileOf(table), reader.FieldLine(std::min(place, count - 1)), header.NameOf(place),
-                     (count < header.FieldCount() ? "too few fields" : "too many fields") + counts);
+  void CheckFieldCount() const {
+    const std::size_t count = FReader.FieldCount();
+    const std::size_t wanted = FHeader->FieldCount();
+    if (count == wanted) return;
+    const std::string counts = " (" + std::to_string(count) + " of " + std::to_string(wanted) + " fields)";
+    throw TBookError(FFile, FReader.FieldLine(std::min(count - 1, wanted)),
+                     FHeader->NameOf(std::min(count, wanted)),
+                     (count < wanted ? "too few fields" : "too many fields") + counts);
+  }
+
+  std::string_view FieldText(std::size_t index) const {
+    const TBookColumn& column = FTable.FColumns[index];
+    const std::string_view text = FReader.Field(FHeader->FieldOf(index));
+    if (!text.empty() || column.FWhenEmpty.empty()) return text;
+    return FReader.Field(FHeader->FieldOf(FTable.Column(column.FWhenEmpty)));
   }
 
   // The row just bound has the key of an earlier row, or its value in a column where no two rows have the
   // same.
-  [[noreturn]] void RefuseDuplicate(const TBookTable& table, const TCsvHeader& header,
-                                    const TCsvReader& reader) {
+  void RefuseDuplicate() {
     std::vector<TBookCell> key;
-    std::size_t column = 0;
+    std::size_t last = 0;
     for (std::size_t i = 0; i < FCells.size(); ++i) {
-      if (!table.FColumns[i].FKey) continue;
+      if (!FTable.FColumns[i].FKey) continue;
       key.push_back(FCells[i]);
-      column = i;
+      last = i;
     }
-    std::optional<std::int64_t> row = FindRow(FindByKeySql(table), key);
-    std::string_view reason = "duplicate key";
-    for (std::size_t i = 0; !row && i < FCells.size(); ++i) {
-      const TBookColumn& unique = table.FColumns[i];
-      if (!unique.FUnique) continue;
-      row = FindRow(
-          "SELECT row_number FROM " + SqlName(table.FName) + " WHERE " + SqlName(unique.FName) + " = ?",
-          {&FCells[i], 1});
-      column = i;
-      reason = "duplicate value";
+    RefuseIfFound(FindByKeySql(FTable), key, last, "duplicate key");
+    for (std::size_t i = 0; i < FCells.size(); ++i) {
+      const TBookColumn& column = FTable.FColumns[i];
+      if (column.FUnique)
+        RefuseIfFound(FindByColumnSql(FTable, column), {&FCells[i], 1}, i, "duplicate value");
     }
-    const std::size_t line = LinesOf(table.FTable).at(static_cast<std::size_t>(row.value() - 1));
-    throw TBookError(FileOf(table), reader.FieldLine(header.FieldOf(column)), table.FColumns[column].FName,
-                     std::string(reason) + " (first on line " + std::to_string(line) + ")");
   }
 
-  std::optional<std::int64_t> FindRow(const std::string& sql, std::span<const TBookCell> cells) {
+  void RefuseIfFound(const std::string& sql, std::span<const TBookCell> cells, std::size_t column,
+                     const std::string& reason) {
     TSqliteStatement statement(FConnection, sql);
     BindBookCells(statement, cells);
-    if (!statement.Step()) return std::nullopt;
-    return statement.Integer(0);
+    if (!statement.Step()) return;
+    const std::size_t first = FLines.Of(statement.Integer(0), column);
+    Refuse(column, reason + " (first on line " + std::to_string(first) + ")");
   }
 
-  void Refuse(const std::vector<TBookFinding>& findings) {
-    if (findings.empty()) return;
-    const TBookFinding& finding = findings.front();
-    const std::vector<std::size_t>& lines = LinesOf(finding.FTable.value());
-    const std::size_t line = finding.FRow == 0 ? 1 : lines.at(static_cast<std::size_t>(finding.FRow - 1));
-    throw TBookError(FileOf(BookTable(*finding.FTable)), line, finding.FColumn, finding.FReason);
+  [[noreturn]] void Refuse(std::size_t column, const std::string& reason) const {
+    throw TBookError(FFile, FReader.FieldLine(FHeader->FieldOf(column)), FTable.FColumns[column].FName,
+                     reason);
   }
 
   TSqliteConnection& FConnection;
-  const std::filesystem::path& FDirectory;
-  std::array<std::vector<std::size_t>, kBookTables.size()> FLines;  // of the file, by row
-  std::vector<TBookCell> FCells;                                    // of the row being imported
+  const TBookTable& FTable;
+  const std::string FFile;
+  const std::string FText;
+  TCsvReader FReader;
+  std::optional<TCsvHeader> FHeader;
+  std::vector<TBookCell> FCells;  // of the row being imported
+  TRowLines FLines;
 };
+
+using TBookLines = std::map<TTable, TRowLines>;
+
+// Refuses the files when the rows stored from them break a rule.
+void RefuseFindings(const std::vector<TBookFinding>& findings, const std::filesystem::path& directory,
+                    const TBookLines& lines) {
+  if (findings.empty()) return;
+  const TBookFinding& finding = findings.front();
+  const TBookTable& table = BookTable(finding.FTable.value());
+  throw TBookError(BookFile(directory, table).string(),
+                   lines.at(table.FTable).Of(finding.FRow, table.Column(finding.FColumn)), finding.FColumn,
+                   finding.FReason);
+}
 
 }  // namespace
 
 void ImportBookFiles(TSqliteConnection& connection, const std::filesystem::path& directory) {
-  TBookImport(connection, directory).Run();
+  CheckBookDirectory(directory);
+  TSqliteTransaction transaction(connection, TSqliteTransaction::TMode::kWrite);
+  for (auto table = kBookTables.rbegin(); table != kBookTables.rend(); ++table) {
+    connection.Execute(ClearSql(*table));
+  }
+  TBookLines lines;
+  for (const TBookTable& table : kBookTables) {
+    const std::filesystem::path file = BookFile(directory, table);
+    std::error_code error;
+    if (std::filesystem::exists(file, error)) {
+      lines[table.FTable] = TTableImport(connection, table, file).Run();
+    } else if (table.FRequired) {
+      throw TBookError(file.string(), "missing file");
+    }
+  }
+  RefuseFindings(FindBrokenReferences(connection), directory, lines);
+  RefuseFindings(FindBrokenRules(connection), directory, lines);
+  transaction.Commit();
 }
 
 }  // namespace margindesk

@@ -127,7 +127,7 @@ std::string CreateTableSql(const TBookTable& table) {
   columns.Add(std::string(kRowNumber) + " INTEGER PRIMARY KEY");
   for (const TBookColumn& column : table.FColumns) columns.Add(SqlColumn(column));
   std::string sql = "CREATE TABLE " + SqlName(table.FName) + " (\n  " + columns.Text() + "\n) STRICT;\n";
-  sql += SqlIndex(table, "UNIQUE INDEX", "by_key", SqlKey(table));
+  sql += SqlIndex(table, "UNIQUE INDEX", "key", SqlKey(table));
   for (const TBookColumn& column : table.FColumns) {
     const std::string by = "by_" + std::string(column.FName);
     if (column.FUnique) sql += SqlIndex(table, "UNIQUE INDEX", by, SqlName(column.FName));
@@ -166,6 +166,11 @@ std::string RemoveByKeySql(const TBookTable& table) {
 std::string FindByKeySql(const TBookTable& table) {
   return "SELECT " + std::string(kRowNumber) + " FROM " + SqlName(table.FName) + " WHERE " +
          SqlKeyCondition(table);
+}
+
+std::string FindByColumnSql(const TBookTable& table, const TBookColumn& column) {
+  return "SELECT " + std::string(kRowNumber) + " FROM " + SqlName(table.FName) + " WHERE " +
+         SqlName(column.FName) + " = ?";
 }
 
 std::string ClearSql(const TBookTable& table) { return "DELETE FROM " + SqlName(table.FName); }

@@ -20,7 +20,8 @@ std::string InsertSql(const TBookTable& table);
 std::string UpsertSql(const TBookTable& table);
 std::string ReadSql(const TBookTable& table);
 std::string RemoveByKeySql(const TBookTable& table);
-std::string FindByKeySql(const TBookTable& table);  // gives row_number
+std::string FindByKeySql(const TBookTable& table);                                // gives row_number
+std::string FindByColumnSql(const TBookTable& table, const TBookColumn& column);  // likewise
 std::string ClearSql(const TBookTable& table);
 
 // Binds values from parameter 0 on. Text is borrowed, see TSqliteStatement::BindText.
