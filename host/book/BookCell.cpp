@@ -14,12 +14,9 @@ namespace margindesk {
 
 namespace {
 
-template <typename TNumber>
-std::string NumberText(TNumber value) {
-  char buffer[32];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-  return {buffer, end};
-}
+// Amounts and quantities are written without an exponent, as everybody expects them.
+constexpr double kLowestPlain = 1e-6;
+constexpr double kHighestPlain = 1e15;
 
 template <typename TNumber>
 TBookRefusal ParseWhole(std::string_view field, std::string_view kind, TNumber& value) {
@@ -54,13 +51,10 @@ TBookRefusal ParseFlag(std::string_view field, TBookCell& cell) {
 }
 
 TBookRefusal CheckRange(const TBookColumn& column, double value) {
-  const auto bound = [&column](double limit) {
-    return column.FKind == TColumnKind::kInteger ? NumberText(static_cast<std::int64_t>(limit))
-                                                 : NumberText(limit);
-  };
   const bool low = column.FAboveLowest ? value <= column.FLowest : value < column.FLowest;
-  if (low) return (column.FAboveLowest ? "must be above " : "must be at least ") + bound(column.FLowest);
-  if (value > column.FHighest) return "must be at most " + bound(column.FHighest);
+  if (low)
+    return (column.FAboveLowest ? "must be above " : "must be at least ") + BookNumberText(column.FLowest);
+  if (value > column.FHighest) return "must be at most " + BookNumberText(column.FHighest);
   return std::nullopt;
 }
 
@@ -152,12 +146,19 @@ void AppendBookField(std::string& out, const TBookColumn& column, const TBookCel
   if (const auto* text = std::get_if<std::string_view>(&cell)) {
     AppendCsvField(out, *text);
   } else if (const auto* number = std::get_if<double>(&cell)) {
-    out += NumberText(*number);
+    out += BookNumberText(*number);
   } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
-    out += column.FKind == TColumnKind::kFlag ? (*whole != 0 ? "Y" : "N") : NumberText(*whole);
+    out += column.FKind == TColumnKind::kFlag ? (*whole != 0 ? "Y" : "N") : std::to_string(*whole);
   }
 }
 
-std::string BookNumberText(double value) { return NumberText(value); }
+std::string BookNumberText(double value) {
+  const double size = std::abs(value);
+  const bool plain = size == 0 || (size >= kLowestPlain && size < kHighestPlain);
+  const auto format = plain ? std::chars_format::fixed : std::chars_format::scientific;
+  char buffer[48];
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, format).ptr;
+  return {buffer, end};
+}
 
 }  // namespace margindesk

@@ -23,10 +23,10 @@ TBookRefusal ParseBookField(const TBookColumn& column, std::string_view field, T
 // at.
 TBookRefusal CheckBookCell(const TBookColumn& column, const TBookCell& cell);
 
-// Appends a value as CSV. Numbers are the shortest text that reads back as the same double.
+// Appends a value as CSV.
 void AppendBookField(std::string& out, const TBookColumn& column, const TBookCell& cell);
 
-// The shortest text that reads back as the same double.
+// The shortest text that reads back as the same double; without an exponent from a millionth up to 1e15.
 std::string BookNumberText(double value);
 
 }  // namespace margindesk
