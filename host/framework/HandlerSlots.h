@@ -68,7 +68,7 @@ class THandlerPass {
   }
   ~THandlerPass() {
     THandlerPasses& passes = FState->FPasses;
-    if (--passes.FRunning > 0 || !passes.FHasEndedSlots || passes.FIsClosed) return;
+    if (--passes.FRunning > 0 || !passes.FHasEndedSlots) return;
     passes.FHasEndedSlots = false;
     FState->Sweep();
   }

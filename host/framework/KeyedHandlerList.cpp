@@ -50,7 +50,7 @@ struct TKeyedHandlerList::TState {
     const auto found = FSlotsByKey.find(key);
     if (found == FSlotsByKey.end()) return;
     EndSlots(FPasses, found->second, owner, serialLimit);
-    if (found->second.empty() && FPasses.FRunning == 0) FSlotsByKey.erase(found);
+    if (found->second.empty()) FSlotsByKey.erase(found);
   }
 
   void Sweep() noexcept {
