@@ -39,6 +39,7 @@ class TBaseDataControl : public TComponent {
   virtual bool GetRowValue(std::int32_t row, const void*& value) = 0;
   virtual bool GetColValue(std::int32_t column, const void*& value) = 0;
 
+  // The view's event; an empty one ends it. A view that goes before its control takes its event back.
   void SetOnChange(TDataChangeEvent event) noexcept { FOnChange = event; }
 
  protected:

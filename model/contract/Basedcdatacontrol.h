@@ -9,14 +9,15 @@
 
 namespace margindesk {
 
-// A flat data control that listens to the configuration.
+// A flat data control. It listens to the configuration, if there is one, from its making until it goes.
 class TCustomDataControl : public TBaseDataControl {
  public:
   explicit TCustomDataControl(TComponent* owner);
   ~TCustomDataControl() override;
 
-  virtual void ConfigUpdate(void* sender,
-                            void* data);  // the configuration changed: texts and formats may differ
+  // The configuration changed: texts and formats may differ. Here it calls the change event; sender and data
+  // are not looked at.
+  virtual void ConfigUpdate(void* sender, void* data);
 };
 
 // One row of a tree data control. A node belongs to the control's node list; its children are borrowed.
@@ -39,7 +40,8 @@ class TDataNode {
   std::vector<TDataNode*> FChildren;
 };
 
-// A data control of a tree. Columns are cell codes (Constdef.h).
+// A data control of a tree. Columns are cell codes (Constdef.h). It listens to the configuration as
+// TCustomDataControl does.
 class TCustomTreeDataControl : public TBaseDataControl {
  public:
   explicit TCustomTreeDataControl(TComponent* owner);

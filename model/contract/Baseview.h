@@ -26,7 +26,7 @@ class TCaptionButton : public TComponent {
  public:
   explicit TCaptionButton(TComponent* owner) : TComponent(owner) {}
 
-  using TClick = void (*)(void* object, void* sender);
+  using TClick = void (*)(void* object, void* sender);  // (FOnClickObject, the button)
 
   std::int32_t FImageIndex = -1;
   std::string FHint;
@@ -43,7 +43,8 @@ struct TCustomViewShortcut {
 };
 
 // A frame of a view. The plug-in object forwards what the host asks of a handle to the frame's operation of
-// the same name; the answers here are those of a frame that does not offer the operation.
+// the same name; the answers here are those of a frame that does not offer the operation. False leaves an
+// argument to be filled in as it was.
 class TViewFrame : public TFrame {
  public:
   using TFrame::TFrame;
@@ -78,28 +79,29 @@ class TIBasePreferenceView;
 
 // A view plug-in: a long-lived object without a window that tells the host its menu entry and opens frames.
 // It keeps the open frames under their handles and owns them. An operation for a handle that it does not hold
-// answers false, empty or 0 and does nothing. Operations are in slot order.
+// answers false, empty or 0, does nothing and leaves arguments to be filled in as they were. Operations are
+// in slot order.
 class TIBaseView : public TComponent {
  public:
   explicit TIBaseView(TComponent* owner);
-  ~TIBaseView() override;  // closes every open frame
+  ~TIBaseView() override;  // closes every open frame, the last opened first
 
   virtual std::string GetName();
   virtual std::int32_t GetViewID();
-  virtual std::int32_t GetMenuLevel();  // how many menu levels the entry has
-  virtual std::int32_t GetMenuIndex(
-      std::int32_t level);  // the place among its neighbours; -1 for no such level
+  virtual std::int32_t GetMenuLevel();                    // how many menu levels the entry has
+  virtual std::int32_t GetMenuIndex(std::int32_t level);  // among its neighbours; -1 for no such level
   virtual std::int32_t GetMenuID(std::int32_t level);
   virtual std::string GetMenuCaption(std::int32_t level);
   virtual std::int32_t GetMenuGroupIndex(std::int32_t level);
   virtual bool GetIsVisible();
   virtual bool GetIsWindow();
-  virtual TFrame*
-  OpenNewInstance();  // the new frame, registered and owned by this object; null when there is none
+  virtual TFrame* OpenNewInstance();  // registered and owned by this object; null when there is none
+  // Frees the frame. While it goes its handle is unknown already.
   virtual void CloseInstance(TViewHandle handle);
   virtual bool GetWidth(TViewHandle handle, std::int32_t& width);
   virtual bool GetHeight(TViewHandle handle, std::int32_t& height);
   virtual bool GetViewCaption(TViewHandle handle, std::string& caption);
+  // Calls the click of the frame's button of that index, which may close the frame.
   virtual void HandleCaptionButtonClick(TViewHandle handle, std::int32_t buttonIndex);
   virtual bool GetViewCaptionButtons(TViewHandle handle, std::vector<TCaptionButton*>& buttons);
   virtual bool GetViewCaptionButtonImageList(TViewHandle handle, const TImageList*& images);
@@ -126,11 +128,11 @@ class TIBaseView : public TComponent {
   virtual bool GetGroupID(TViewHandle handle, std::string& groupID);
   virtual bool GetIsDialogViewAfterMainShow();
   virtual std::int32_t GetDialogViewIndexAfterMainShow();
-  virtual TViewHandle AddView(
-      std::unique_ptr<TFrame> frame);  // registers the frame under a new handle and owns it
+  // Registers the frame under a new handle and owns it; 0 for no frame.
+  virtual TViewHandle AddView(std::unique_ptr<TFrame> frame);
   virtual bool GetDefaultSize(std::int32_t& width, std::int32_t& height);  // pixels
   virtual bool GetDefaultCaption(std::string& caption);
-  virtual void InitializeShortcut();
+  virtual void InitializeShortcut();  // forgets the shortcuts; a view with shortcuts then adds its own
   virtual void AddNewShortcut(const std::string& text, std::int32_t action);
 
   TFrame* FindFrame(TViewHandle handle) const noexcept;        // null when unknown
@@ -152,9 +154,9 @@ class TIBasePreferenceView : public TComponent {
 
   virtual std::string GetName();
   virtual std::int32_t GetViewID();
-  virtual std::int32_t GetWidth();   // pixels
-  virtual std::int32_t GetHeight();  // pixels
-  virtual std::vector<TFrame*> GetView();
+  virtual std::int32_t GetWidth();         // pixels
+  virtual std::int32_t GetHeight();        // pixels
+  virtual std::vector<TFrame*> GetView();  // the pages in the order of their handles
   virtual bool SetLanguage(TViewHandle handle, std::int32_t index);
   virtual bool Execute(TViewHandle handle);
   virtual bool Reset(TViewHandle handle);

@@ -14,7 +14,8 @@ struct TCodeEntry {
   std::uint32_t FNumber;
 };
 
-// The entry of the empty text, number 0.
+// The entry of the empty text, number 0. It is there before any static object outside the host framework's
+// library is initialised.
 extern const TCodeEntry kEmptyCodeEntry;
 
 // An interned text for what is compared and looked up all day: symbols, currencies, exchanges, accounts.
@@ -27,9 +28,8 @@ class TCode {
   explicit TCode(std::string_view text);
 
   const std::string& Text() const noexcept { return FEntry->FText; }
-  operator const std::string&() const noexcept {
-    return FEntry->FText;
-  }  // NOLINT(google-explicit-constructor)
+  // NOLINTNEXTLINE(google-explicit-constructor): a code reads as a text wherever one is wanted
+  operator const std::string&() const noexcept { return FEntry->FText; }
 
   bool IsEmpty() const noexcept { return FEntry == &kEmptyCodeEntry; }
 

@@ -54,8 +54,9 @@ TFileCompletionHandler MakeFileCompletionHandler(T* object) {
           object};
 }
 
-// Told of every exception that a handler let out; the list has already gone on to the next handler. The host
-// installs one to name the fault to its user; without one the fault is dropped. Gives back the one before.
+// Told what() of every exception that a handler let out, before the list goes on to the next handler. The
+// host installs one to name the fault to its user; without one the fault is dropped, as is an exception out
+// of the sink. Gives back the one before.
 using THandlerFaultSink = void (*)(std::string_view what);
 THandlerFaultSink SetHandlerFaultSink(THandlerFaultSink sink) noexcept;
 
@@ -66,6 +67,9 @@ THandlerFaultSink SetHandlerFaultSink(THandlerFaultSink sink) noexcept;
 // - a handler may remove itself, its neighbours or its whole owner, and may start a nested pass;
 // - an exception out of a handler reaches neither the list nor the other handlers (see SetHandlerFaultSink);
 // - the list itself may go while a pass runs: the pass then ends.
+// Whoever registers a handler removes it before its object goes. A handler registered twice is called twice;
+// an empty one is not registered. A pass of a list that has run before allocates no memory. Lists belong to
+// the user-interface thread.
 class THandlerList {
  public:
   THandlerList();
@@ -101,8 +105,8 @@ class TKeyedHandlerList {
   void RemoveOwner(const void* owner);            // under every key
   void Notify(TCode key, void* sender, void* data);
 
-  // Notifies every key of `keys` in that order, but each (handler, owner) once only, the first time it is
-  // met.
+  // Notifies every key of `keys` in that order as one pass, but each (handler, owner) once only, the first
+  // time it is met. The keys must not change meanwhile; they may go with the list.
   void NotifyOnce(const std::vector<TCode>& keys, void* sender, void* data);
 
   bool HasKey(TCode key) const noexcept;

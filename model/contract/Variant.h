@@ -58,11 +58,13 @@ class TVariant {
 };
 
 // Reads a whole text as a decimal number, without regard to any locale. False leaves `value` alone: the text
-// is empty, has something before or after the number, or does not fit. Blanks count as something.
+// is empty, has something before or after the number, or does not fit. Blanks and a plus sign count as
+// something.
 bool TryTextToInteger(std::string_view text, std::int32_t& value) noexcept;
 bool TryTextToFloat(std::string_view text, double& value) noexcept;  // infinity and NaN are no numbers
 
-// The shortest decimal text that reads back as the same double; an integer in decimal digits.
+// The shortest decimal text that reads back as the same double: written out ("1000000000000000", "0.00001")
+// between 1e-6 and 1e21, with an exponent ("1e+21") outside.
 std::string FloatToText(double value);
 std::string IntegerToText(std::int64_t value);
 

@@ -80,8 +80,9 @@ TEST_F(HandlerAllocation, WhatEndsLeavesNoMemoryBehindDuringAPassOrOutsideOne) {
   for (int i = 0; i < 303; ++i) symbols.emplace_back("S" + std::to_string(i));
   std::size_t next = 0;
   const auto comeAndGo = [&] {  // three more symbols each time
-    for (std::size_t i = 0; i < 3; ++i) FKeyed.Register(symbols[next + i], GetHandler(), &FKeyed);
-    FKeyed.Unregister(symbols[next], &FKeyed);
+    FKeyed.Register(symbols[next], GetHandler(), &FKeyed);
+    FKeyed.Register(symbols[next + 1], GetHandler(), &FKeyed, symbols[next]);
+    FKeyed.Register(symbols[next + 2], GetHandler(), &FKeyed);
     FKeyed.RemoveOwner(&FKeyed);
     FList.Add(GetHandler(), &FList);
     FList.RemoveOwner(&FList);
@@ -90,6 +91,10 @@ TEST_F(HandlerAllocation, WhatEndsLeavesNoMemoryBehindDuringAPassOrOutsideOne) {
   comeAndGo();
   std::size_t before = bytesHeld;
   for (int i = 0; i < 50; ++i) comeAndGo();
+  for (const TCode key : FKeys) {
+    FKeyed.Register(key, GetHandler(), this);
+    FKeyed.Unregister(key, this);
+  }
   EXPECT_EQ(bytesHeld, before);
 
   FKeyed.Register(FKeys[0], GetHandler(), this);
