@@ -43,4 +43,16 @@ std::size_t TGlobalChannelManager::GetHandlerCount(std::int32_t channel) const {
   return found == FChannels.end() ? 0 : found->second.GetCount();
 }
 
+std::size_t TGlobalChannelManager::CountRegistrations() const {
+  std::size_t count = 0;
+  for (const auto& [channel, handlers] : FChannels) count += handlers.GetCount();
+  return count;
+}
+
+std::size_t TGlobalChannelManager::CountRegistrationsOf(const void* owner) const {
+  std::size_t count = 0;
+  for (const auto& [channel, handlers] : FChannels) count += handlers.GetCountOf(owner);
+  return count;
+}
+
 }  // namespace margindesk

@@ -28,6 +28,9 @@ class TGlobalChannelManager : public TCustomGlobalChannelManager {
 
   // How many handlers a channel has.
   std::size_t GetHandlerCount(std::int32_t channel) const;
+  // On all channels: how many there are, and how many of them are an owner's.
+  std::size_t CountRegistrations() const;
+  std::size_t CountRegistrationsOf(const void* owner) const;
 
  private:
   std::map<std::int32_t, THandlerList> FChannels;

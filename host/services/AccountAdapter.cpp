@@ -1,0 +1,92 @@
+#include "host/services/AccountAdapter.h"
+
+namespace margindesk {
+
+const TCustomAccount* TAccountAdapter::GetAccount(TCode account, bool /*load*/) const {
+  return FData.FindAccount(account);
+}
+
+void TAccountAdapter::AddAccountInfoLoadHandler(THandler handler, const void* owner) {
+  FLoadHandlers.Add(handler, owner);
+}
+
+void TAccountAdapter::RemoveAccountInfoLoadHandler(const void* owner) { FLoadHandlers.RemoveOwner(owner); }
+
+void TAccountAdapter::RegisterMonitorInfoListener(TCode account, THandler handler, const void* owner,
+                                                  TCode previousAccount) {
+  FMonitorHandlers.Register(account, handler, owner, previousAccount);
+}
+
+void TAccountAdapter::UnregisterMonitorInfoListener(TCode account, const void* owner) {
+  FMonitorHandlers.Unregister(account, owner);
+}
+
+void TAccountAdapter::SubscribeAccountOnlineStatus(TCode account) {
+  if (account.IsEmpty()) return;
+  ++FOnlineSubscriptions.Make(account);
+  ++FOnlineSubscriptionCount;
+}
+
+void TAccountAdapter::UnsubscribeAccountOnlineStatus(TCode account) {
+  if (CountOnlineSubscriptions(account) == 0) return;
+  --FOnlineSubscriptions.Make(account);
+  --FOnlineSubscriptionCount;
+}
+
+void TAccountAdapter::RegisterSimulateListener(TCode account, THandler handler, const void* owner,
+                                               TCode previousAccount) {
+  FSimulateHandlers.Register(account, handler, owner, previousAccount);
+}
+
+void TAccountAdapter::UnregisterSimulateListener(TCode account, const void* owner) {
+  FSimulateHandlers.Unregister(account, owner);
+}
+
+void TAccountAdapter::GetSubAccountList(TCode masterAccount, TAccountMap& subAccounts) const {
+  const TAccountRecord* master = FData.FindAccount(masterAccount);
+  if (master == nullptr) return;
+  for (const TCode account : master->FSubAccounts) AddTo(subAccounts, account);
+}
+
+const std::string& TAccountAdapter::GetCustomFieldKey(std::string_view table, std::string_view field) const {
+  return FData.GetCustomFieldKey(table, field);
+}
+
+const TCustomAccountData* TAccountAdapter::GetConsolidatedAccountData(TCode account, TCode currency) const {
+  const TAccountRecord* record = FData.FindAccount(account);
+  return record == nullptr ? nullptr : record->FConsolidated.Find(currency);
+}
+
+void TAccountAdapter::Publish(const THostChanges& changes) {
+  TAccountMap loaded;
+  for (const TCode account : changes.FAccounts.GetCodes()) AddTo(loaded, account);
+  for (const TCode account : changes.FOnline.GetCodes()) {
+    if (CountOnlineSubscriptions(account) > 0) AddTo(loaded, account);
+  }
+  if (!loaded.empty()) FLoadHandlers.Notify(this, &loaded);
+
+  TAccountMap monitored;
+  for (const TCode account : changes.FMonitored.GetCodes()) AddTo(monitored, account);
+  if (!monitored.empty()) FMonitorHandlers.NotifyOnce(changes.FMonitored.GetCodes(), this, &monitored);
+}
+
+std::size_t TAccountAdapter::CountRegistrations() const noexcept {
+  return FLoadHandlers.GetCount() + FMonitorHandlers.GetCount() + FSimulateHandlers.GetCount() +
+         FOnlineSubscriptionCount;
+}
+
+std::size_t TAccountAdapter::CountRegistrationsOf(const void* owner) const noexcept {
+  return FLoadHandlers.GetCountOf(owner) + FMonitorHandlers.GetCountOf(owner) +
+         FSimulateHandlers.GetCountOf(owner);
+}
+
+std::size_t TAccountAdapter::CountOnlineSubscriptions(TCode account) const noexcept {
+  const std::size_t* count = FOnlineSubscriptions.Find(account);
+  return count == nullptr ? 0 : *count;
+}
+
+void TAccountAdapter::AddTo(TAccountMap& accounts, TCode account) const {
+  if (const TAccountRecord* record = FData.FindAccountRecord(account)) accounts.emplace(account, record);
+}
+
+}  // namespace margindesk

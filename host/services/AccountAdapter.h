@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "host/services/HostData.h"
+#include "host/services/NumberTable.h"
+#include "model/contract/AccountAdapter.h"
+
+namespace margindesk {
+
+// The accounts of the host's data, which must outlive the adapter. The host holds every account of its book,
+// so there is nothing to ask a back office for: an account is known or it is not, whatever `load` says.
+//
+// An account that has gone is reported as loaded once more, with its blank record, so that views that show it
+// empty themselves. The online status of an account arrives only while somebody subscribes to it.
+class TAccountAdapter final : public TCustomAccountAdapter {
+ public:
+  explicit TAccountAdapter(const THostData& data) : FData(data) {}
+
+  const TCustomAccount* GetAccount(TCode account, bool load = false) const override;
+  void AddAccountInfoLoadHandler(THandler handler, const void* owner) override;
+  void RemoveAccountInfoLoadHandler(const void* owner) override;
+  void RegisterMonitorInfoListener(TCode account, THandler handler, const void* owner,
+                                   TCode previousAccount = TCode()) override;
+  void UnregisterMonitorInfoListener(TCode account, const void* owner) override;
+  void SubscribeAccountOnlineStatus(TCode account) override;
+  void UnsubscribeAccountOnlineStatus(TCode account) override;
+  void RegisterSimulateListener(TCode account, THandler handler, const void* owner,
+                                TCode previousAccount) override;
+  void UnregisterSimulateListener(TCode account, const void* owner) override;
+  // The accounts that name this one as their master; not those below them.
+  void GetSubAccountList(TCode masterAccount, TAccountMap& subAccounts) const override;
+  const std::string& GetCustomFieldKey(std::string_view table, std::string_view field) const override;
+  const TCustomAccountData* GetConsolidatedAccountData(TCode account, TCode currency) const override;
+
+  // Calls the handlers that the changes concern: loads first, then monitor information.
+  void Publish(const THostChanges& changes);
+
+  std::size_t CountRegistrations() const noexcept;  // online subscriptions included, which have no owner
+  std::size_t CountRegistrationsOf(const void* owner) const noexcept;
+  std::size_t CountOnlineSubscriptions(TCode account) const noexcept;
+
+ private:
+  void AddTo(TAccountMap& accounts, TCode account) const;
+
+  const THostData& FData;
+  THandlerList FLoadHandlers;
+  TKeyedHandlerList FMonitorHandlers;
+  TKeyedHandlerList FSimulateHandlers;
+  TNumberTable<std::size_t> FOnlineSubscriptions;
+  std::size_t FOnlineSubscriptionCount = 0;
+};
+
+}  // namespace margindesk

@@ -1,0 +1,167 @@
+#include "host/services/HostData.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace margindesk {
+
+TSubItemRecord& THostData::GetItem(TCode symbol) {
+  std::unique_ptr<TSubItemRecord>& item = FItems.Make(symbol);
+  if (!item) item = std::make_unique<TSubItemRecord>(symbol, FProducts.Make(symbol));
+  return *item;
+}
+
+std::vector<TCode> THostData::GetPeriodExchanges() const {
+  const auto order = [this](TCode exchange) { return FindExchange(exchange)->FPeriodOrder; };
+  std::vector<TCode> exchanges;
+  std::ranges::copy_if(FExchangeList, std::back_inserter(exchanges),
+                       [&order](TCode exchange) { return order(exchange).has_value(); });
+  std::ranges::stable_sort(exchanges, {}, order);
+  return exchanges;
+}
+
+const std::string& THostData::GetCustomFieldKey(std::string_view table, std::string_view field) const {
+  const auto found = FCustomFieldKeys.find(std::pair(std::string(table), std::string(field)));
+  return found == FCustomFieldKeys.end() ? TCode().Text() : found->second;
+}
+
+const std::vector<TCode>& THostData::GetHolders(TCode symbol) {
+  THolders& holders = FHolders.Make(symbol);
+  if (std::exchange(holders.FMayRepeat, false)) {
+    std::ranges::sort(holders.FAccounts, {}, &TCode::Number);
+    const auto repeated = std::ranges::unique(holders.FAccounts);
+    holders.FAccounts.erase(repeated.begin(), repeated.end());
+  }
+  return holders.FAccounts;
+}
+
+void THostData::Replace(const THostContents& contents) {
+  ClearCurrencies();
+  ClearExchanges();
+  ClearProducts();
+  ClearAccounts();
+  FMultiCurrency = contents.FMultiCurrency;
+  FChinaConnect = contents.FChinaConnect;
+  FCustomFieldKeys = contents.FCustomFieldKeys;
+  for (const TCurrencyFacts& facts : contents.FCurrencies) PutCurrency(facts);
+  for (const TExchangeFacts& facts : contents.FExchanges) PutExchange(facts);
+  for (const TProductFacts& facts : contents.FProducts) SetProduct(facts);
+  for (const auto& [symbol, prices] : contents.FPrices) SetPrice(symbol, prices);
+  for (const TAccountFacts& facts : contents.FAccounts) PutAccount(facts);
+  for (const TFigureFacts& facts : contents.FFigures) SetFigures(facts);
+  for (const TFigureFacts& facts : contents.FConsolidated) SetConsolidated(facts);
+
+  std::map<TCode, std::vector<TPositionFacts>, TCodeTextLess> positions;
+  for (const TPositionFacts& facts : contents.FPositions) positions[facts.FAccount].push_back(facts);
+  for (auto& [account, list] : positions) SetPositions(account, std::move(list));
+
+  THostChanges& changes = Mark();
+  changes.FMultiCurrency = changes.FCurrencyList = changes.FCurrencyRatio = true;
+}
+
+void THostData::ClearCurrencies() {
+  FBaseCurrency = TCode();
+  FCurrencies.clear();
+  FCurrencySlots.assign(1, TCurrencySlot{1, false});
+}
+
+void THostData::ClearExchanges() {
+  for (const TCode exchange : FExchangeList) FExchanges.Make(exchange) = TExchangeFacts();
+  FExchangeList.clear();
+}
+
+void THostData::ClearProducts() {
+  for (const TCode symbol : FSymbols) {
+    FProducts.Make(symbol).Clear();
+    GetItem(symbol).SetFeedStatus(std::nullopt);
+    Mark().FSymbols.Insert(symbol);
+  }
+  FSymbols.clear();
+}
+
+void THostData::ClearAccounts() {
+  for (const TCode code : FAccountList) {
+    TAccountRecord& account = MakeAccount(code);
+    if (account.FPositions) PutPositions(account, {});
+    account.FKnown = false;
+    MakeAccount(account.FFacts.FMaster).FSubAccounts.clear();
+    account.FFacts = TAccountFacts();
+    account.FFigures.Clear();
+    account.FConsolidated.Clear();
+    Mark().FAccounts.Insert(code);
+    Mark().FMonitored.Insert(code);
+  }
+  FAccountList.clear();
+}
+
+TAccountRecord& THostData::MakeAccount(TCode account) {
+  std::unique_ptr<TAccountRecord>& slot = FAccounts.Make(account);
+  if (!slot) slot = std::make_unique<TAccountRecord>(account);
+  return *slot;
+}
+
+TAccountRecord* THostData::FindOwn(TCode account) const noexcept {
+  const auto* slot = FAccounts.Find(account);
+  return slot != nullptr && *slot && (*slot)->FKnown ? slot->get() : nullptr;
+}
+
+void THostData::PutCurrency(const TCurrencyFacts& facts) {
+  const std::size_t number = facts.FCurrency.Number();
+  if (number >= FCurrencySlots.size()) FCurrencySlots.resize(number + 1);
+  FCurrencySlots[number] = {facts.FRatio, facts.FExcluded};
+  if (std::ranges::find(FCurrencies, facts.FCurrency) == FCurrencies.end()) {
+    FCurrencies.push_back(facts.FCurrency);
+  }
+  if (facts.FBase) FBaseCurrency = facts.FCurrency;
+}
+
+void THostData::PutExchange(const TExchangeFacts& facts) {
+  if (FindExchange(facts.FExchange) == nullptr) FExchangeList.push_back(facts.FExchange);
+  FExchanges.Make(facts.FExchange) = facts;
+}
+
+void THostData::PutAccount(const TAccountFacts& facts) {
+  TAccountRecord& account = MakeAccount(facts.FAccount);
+  if (!account.FKnown) FAccountList.push_back(facts.FAccount);
+  account.FKnown = true;
+  if (!account.FFacts.FMaster.IsEmpty()) {
+    std::erase(MakeAccount(account.FFacts.FMaster).FSubAccounts, facts.FAccount);
+  }
+  if (!facts.FMaster.IsEmpty()) MakeAccount(facts.FMaster).FSubAccounts.push_back(facts.FAccount);
+  account.FFacts = facts;
+  Mark().FAccounts.Insert(facts.FAccount);
+  Mark().FMonitored.Insert(facts.FAccount);
+}
+
+void THostData::PutPositions(TAccountRecord& account, std::vector<TPositionFacts> positions) {
+  TCodeSet symbols;
+  for (TPositionFacts& facts : positions) {
+    facts.FAccount = account.GetAccountID();
+    if (symbols.Insert(facts.FSymbol)) AddHolder(facts.FSymbol, facts.FAccount);
+  }
+  account.FPositions = std::make_shared<TPositionBlock>(std::move(positions), GetItemOf());
+  Mark().FPositions[account.GetAccountID()].FAll = true;
+}
+
+void THostData::AddHolder(TCode symbol, TCode account) {
+  THolders& holders = FHolders.Make(symbol);
+  holders.FMayRepeat = !holders.FAccounts.empty();
+  holders.FAccounts.push_back(account);
+}
+
+TPositionBlock::TItemOf THostData::GetItemOf() {
+  return [this](TCode symbol) -> const TSubItemRecord& { return GetItem(symbol); };
+}
+
+THostChanges& THostData::Mark() {
+  if (!std::exchange(FChanged, true) && FListener) FListener();
+  return FChanges;
+}
+
+THostChanges THostData::TakeChanges() {
+  FChanged = false;
+  return std::exchange(FChanges, THostChanges());
+}
+
+}  // namespace margindesk

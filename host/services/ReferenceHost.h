@@ -1,0 +1,143 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "host/services/AccountAdapter.h"
+#include "host/services/ConfigManager.h"
+#include "host/services/CurrencyAdapter.h"
+#include "host/services/EditorManager.h"
+#include "host/services/FileService.h"
+#include "host/services/Formatter.h"
+#include "host/services/GlobalChannelManager.h"
+#include "host/services/HostCalls.h"
+#include "host/services/HostData.h"
+#include "host/services/LanguageManager.h"
+#include "host/services/LookAndFeelService.h"
+#include "host/services/MarketAdapter.h"
+#include "host/services/MessageBoxCtrl.h"
+#include "host/services/OrderActionManager.h"
+#include "host/services/OrderAdapter.h"
+#include "host/services/PositionAdapter.h"
+#include "host/services/SubscribeAdapter.h"
+#include "host/services/TimerControl.h"
+#include "host/services/UiLoop.h"
+#include "host/services/UserAppProfile.h"
+
+namespace margindesk {
+
+class TBook;
+
+struct TReferenceHostOptions {
+  std::filesystem::path FLanguageDirectory;
+  std::optional<std::filesystem::path> FConfigFile;  // none: a configuration that is gone with the host
+  std::string FUser;                                 // the signed-in user
+  std::int32_t FLanguage = kLanguageEnglish;
+  TUiLoop::TClock FClock = &std::chrono::steady_clock::now;
+  TFileLimits FFileLimits;
+};
+
+// The reference host: it owns every service and the data behind them, and has them installed for as long as
+// it lives. When it goes, the services that were there before are back.
+//
+// Changes of its data are published together, once per turn of its loop. Everything runs on the thread that
+// made it.
+class TReferenceHost {
+ public:
+  // Throws TLanguageFileError or TConfigError when a file cannot be used, with nothing installed.
+  TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options);
+  // Reads the book once; throws TBookError besides.
+  TReferenceHost(TBook& book, const TReferenceHostOptions& options);
+  ~TReferenceHost();
+  TReferenceHost(const TReferenceHost&) = delete;
+  TReferenceHost& operator=(const TReferenceHost&) = delete;
+
+  // Reads the book again; everything counts as changed. When the book cannot be read, TBookError leaves the
+  // host as it was.
+  void Reload(TBook& book);
+
+  // Publishes what changed now instead of in the next turn of the loop: currencies, items, accounts,
+  // positions and prices, in that order. What handlers change meanwhile waits for the next turn.
+  void Publish();
+
+  // How many registrations are left: with every service together, and those of one owner. The host's own do
+  // not count, account boxes and online-status subscriptions (which have no owner) do.
+  std::size_t CountRegistrations() const;
+  std::size_t CountRegistrationsOf(const void* owner) const;
+
+  THostData& Data() noexcept { return FData; }
+  TUiLoop& Loop() noexcept { return FLoop; }
+  TConfigManager& Config() noexcept { return *FConfig; }
+  TLanguageManager& Language() noexcept { return *FLanguage; }
+  TMessageBoxCtrl& MessageBox() noexcept { return *FMessageBox; }
+  TFileService& Files() noexcept { return *FFiles; }
+  TGlobalChannelManager& Channels() noexcept { return *FChannels; }
+  THostEditorManager& Editors() noexcept { return *FEditors; }
+  TAccountAdapter& Accounts() noexcept { return *FAccounts; }
+  THostCalls& Calls() noexcept { return *FCalls; }
+
+ private:
+  // A service and its place among the installed ones.
+  template <class TContract, class TImplementation>
+  class TInstalled {
+   public:
+    template <class... TArguments>
+    explicit TInstalled(TArguments&&... arguments)
+        : FService(std::forward<TArguments>(arguments)...), FScope(FService) {}
+
+    // From what makes it, for a service that cannot be moved.
+    TInstalled(TImplementation (*make)(const TReferenceHostOptions&), const TReferenceHostOptions& options)
+        : FService(make(options)), FScope(FService) {}
+
+    TImplementation& operator*() noexcept { return FService; }
+    const TImplementation& operator*() const noexcept { return FService; }
+    const TImplementation* operator->() const noexcept { return &FService; }
+    TImplementation* operator->() noexcept { return &FService; }
+
+   private:
+    TImplementation FService;
+    TServiceScope<TContract> FScope;
+  };
+
+  // Names a fault in a handler, which the notification has survived.
+  class TFaultReport {
+   public:
+    TFaultReport();
+    ~TFaultReport();
+    TFaultReport(const TFaultReport&) = delete;
+    TFaultReport& operator=(const TFaultReport&) = delete;
+
+   private:
+    const THandlerFaultSink FPrevious;
+  };
+
+  // In the order of installation; they go in the reverse order.
+  THostData FData;
+  TUiLoop FLoop;
+  TFaultReport FFaultReport;
+  TInstalled<TCustomConfigManager, TConfigManager> FConfig;
+  TInstalled<TCustomLanguageManager, TLanguageManager> FLanguage;
+  TInstalled<TCustomMessageBoxCtrl, TMessageBoxCtrl> FMessageBox;
+  TInstalled<TCustomFormatter, TFormatter> FFormatter;
+  TInstalled<TCustomLookAndFeelService, TLookAndFeelService> FLookAndFeel;
+  TInstalled<TCustomUserAppProfile, TUserAppProfile> FProfile;
+  TInstalled<TCustomTimerControl, TTimerControl> FTimer;
+  TInstalled<TCustomFileService, TFileService> FFiles;
+  TInstalled<TCustomGlobalChannelManager, TGlobalChannelManager> FChannels;
+  TInstalled<TEditorManager, THostEditorManager> FEditors;
+  TInstalled<TCustomCurrencyAdapter, TCurrencyAdapter> FCurrencies;
+  TInstalled<TCustomMarketAdapter, TMarketAdapter> FMarket;
+  TInstalled<TCustomSubscribeAdapter, TSubscribeAdapter> FSubscriptions;
+  TInstalled<TCustomAccountAdapter, TAccountAdapter> FAccounts;
+  TInstalled<TCustomPositionAdapter, TPositionAdapter> FPositions;
+  TInstalled<TCustomOrderAdapter, TOrderAdapter> FOrders;
+  TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
+  TInstalled<THostFunctions, THostCalls> FCalls;
+};
+
+}  // namespace margindesk

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "host/services/HostData.h"
+#include "model/contract/SubscribeAdapter.h"
+
+namespace margindesk {
+
+// The reference items of the host's data, which must outlive the adapter. It knows one service, "PRCDDS".
+class TSubscribeAdapter final : public TCustomSubscribeAdapter {
+ public:
+  explicit TSubscribeAdapter(THostData& data) : FData(data) {}
+
+  TCustomSubItem* GetSubItem(TCode symbol, std::string_view serviceName,
+                             const void* extra = nullptr) override;  // null also for the empty symbol
+  void AddSymbolHandler(TCustomSubItem* item, THandler handler, const void* owner) override;
+  void RemoveSymbolHandlers(TCustomSubItem* item, const void* owner) override;
+
+  // Calls the handlers of the symbols that changed.
+  void Publish(const THostChanges& changes);
+
+  std::size_t CountRegistrations() const noexcept { return FHandlers.GetCount(); }
+  std::size_t CountRegistrationsOf(const void* owner) const noexcept { return FHandlers.GetCountOf(owner); }
+
+ private:
+  THostData& FData;
+  TKeyedHandlerList FHandlers;
+};
+
+}  // namespace margindesk
