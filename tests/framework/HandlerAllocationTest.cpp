@@ -77,7 +77,7 @@ TEST_F(HandlerAllocation, APassOfAListThatHasRunBeforeAllocatesNothing) {
 
 TEST_F(HandlerAllocation, WhatEndsLeavesNoMemoryBehindDuringAPassOrOutsideOne) {
   std::vector<TCode> symbols;
-  for (int i = 0; i < 303; ++i) symbols.emplace_back("S" + std::to_string(i));
+  for (int i = 0; i < 303; ++i) symbols.emplace_back(std::to_string(i));
   std::size_t next = 0;
   const auto comeAndGo = [&] {  // three more symbols each time
     FKeyed.Register(symbols[next], GetHandler(), &FKeyed);
