@@ -16,6 +16,8 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conver
 # GCC's unique symbols keep a library mapped after dlclose; a package must really go when it is unloaded.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-fno-gnu-unique)
+  # GCC 12 warns of overlaps inside std::string that cannot be once it inlines appends.
+  add_compile_options(-Wno-restrict)
 endif()
 
 if(MARGINDESK_SANITIZE)
