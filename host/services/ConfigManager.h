@@ -15,8 +15,8 @@ namespace margindesk {
 // The section of what belongs to the terminal rather than to a user.
 inline constexpr std::string_view kPlatformSection = "OMS_TRADEPLATFORM";
 
-// The configuration. Every value is held in memory, so that reading never touches the disk. Values whose
-// length is no text's (an embedded NUL) and values that are not UTF-8 are kept byte by byte.
+// The configuration. Every value is held in memory, so that reading never touches the disk; values
+// are kept byte by byte.
 class TConfigManager : public TCustomConfigManager {
  public:
   // Kept in memory alone: gone with the object.
@@ -38,8 +38,8 @@ class TConfigManager : public TCustomConfigManager {
   // True unless "ApplyGridLayout" of the platform section is "N".
   bool CanApplyLayout() const override;
 
-  // WriteString for a caller that reports a failure itself: throws TConfigError.
-  // The handlers are called when the value changed, or when an earlier change has not been announced yet.
+  // WriteString for a caller that reports a failure itself: throws TConfigError. With notify the handlers are
+  // called when the value changed, or when an earlier change has not been announced yet.
   void Store(std::string_view section, std::string_view key, std::string_view value, bool notify);
 
   const THandlerList& Handlers() const noexcept { return FHandlers; }

@@ -44,7 +44,8 @@ void CheckHeader(const std::filesystem::path& file) {
   if (BigEndian(header, 60) > kVersion) Refuse(file, "a configuration of a newer version of MarginDesk");
 }
 
-// Opened for reading alone, so that nothing is written into a damaged file when it is closed.
+// Opened for reading alone, so that nothing is written into a damaged file when it is closed. Other faults
+// (a folder without access, a file in use) are left to the opening proper, which names them.
 void CheckContents(const std::filesystem::path& file) {
   if (std::error_code ignored; !std::filesystem::exists(file, ignored)) return;
   sqlite3* opened = nullptr;
@@ -57,7 +58,7 @@ void CheckContents(const std::filesystem::path& file) {
   std::string found = "ok";
   if (sqlite3_step(prepared) == SQLITE_ROW) {
     found = reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0));
-  } else if (const int code = sqlite3_errcode(opened); code != SQLITE_CANTOPEN && code != SQLITE_BUSY) {
+  } else if (const int code = sqlite3_errcode(opened); code == SQLITE_CORRUPT || code == SQLITE_NOTADB) {
     found = sqlite3_errmsg(opened);
   }
   if (found != "ok") Refuse(file, "damaged: " + found.substr(0, found.find('\n')));

@@ -1,8 +1,9 @@
 #include "host/services/FileService.h"
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
-#include <vector>
 
 #include "host/services/FileWorker.h"
 
@@ -19,7 +20,8 @@ struct TFileService::TState {
   void Complete(std::uint64_t id, const TFileResult& result) {
     const auto node = FPending.extract(id);
     if (node.empty() || !node.mapped().FHandler) {
-      if (!result.FFetched.empty()) std::filesystem::remove(result.FFetched, FIgnored);
+      std::error_code ignored;
+      if (!result.FFetched.empty()) std::filesystem::remove(result.FFetched, ignored);
       return;
     }
     const TPending& pending = node.mapped();
@@ -29,7 +31,6 @@ struct TFileService::TState {
 
   std::map<std::uint64_t, TPending> FPending;
   std::uint64_t FLastId = 0;
-  std::error_code FIgnored;
 };
 
 TFileService::TFileService(TUiLoop& loop, TFileLimits limits) : FState(std::make_shared<TState>()) {

@@ -92,7 +92,7 @@ std::string FormatDecimal(double value, std::int32_t decimals, bool keepZeros, b
   return std::string(text.data(), out);
 }
 
-// What a user may set for one kind of figure, and what holds while he has not.
+// What a user may set for one kind of figure, and what holds until then.
 struct TFormatter::TPreference {
   std::string_view FPrecisionKey;
   std::string_view FZerosKey;

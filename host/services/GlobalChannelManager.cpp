@@ -38,11 +38,6 @@ void TGlobalChannelManager::SetResponder(std::int32_t message, TResponder respon
   FResponders[message] = std::move(responder);
 }
 
-std::size_t TGlobalChannelManager::GetHandlerCount(std::int32_t channel) const {
-  const auto found = FChannels.find(channel);
-  return found == FChannels.end() ? 0 : found->second.GetCount();
-}
-
 std::size_t TGlobalChannelManager::CountRegistrations() const {
   std::size_t count = 0;
   for (const auto& [channel, handlers] : FChannels) count += handlers.GetCount();

@@ -26,9 +26,7 @@ class TGlobalChannelManager : public TCustomGlobalChannelManager {
   // Installs the answer to a message (kMessage...) in place of the one before; an empty one takes it out.
   void SetResponder(std::int32_t message, TResponder responder);
 
-  // How many handlers a channel has.
-  std::size_t GetHandlerCount(std::int32_t channel) const;
-  // On all channels: how many there are, and how many of them are an owner's.
+  // On all channels: how many handlers there are, and how many of them are an owner's.
   std::size_t CountRegistrations() const;
   std::size_t CountRegistrationsOf(const void* owner) const;
 

@@ -13,8 +13,8 @@
 namespace margindesk {
 
 // The queue of the user-interface thread: the thread that made the loop and alone runs it. Posted functions
-// run in the order of posting, timers in the order in which they fell due. Everything but Post belongs to
-// that thread.
+// run in the order of posting, timers in the order in which they fell due (at the same time: in which they
+// were started). Everything but Post belongs to that thread.
 class TUiLoop {
  public:
   using TTimePoint = std::chrono::steady_clock::time_point;

@@ -7,7 +7,7 @@
 
 namespace margindesk {
 
-// The signed-in user, as the user section of the configuration describes him: keys "Function_" and the
+// The signed-in user, as the user section of the configuration describes them: keys "Function_" and the
 // function's name ("N" takes the function away, anything else and nothing leave it), "DefaultAccount",
 // "UserType" (an integer) and "UserTypeFlag" ("Y" or "N"). They are read at each call.
 class TUserAppProfile : public TCustomUserAppProfile {

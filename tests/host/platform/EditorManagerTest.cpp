@@ -1,0 +1,171 @@
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "controls/AccountEdit.h"
+#include "controls/GridTableView.h"
+#include "host/services/ConfigManager.h"
+#include "host/services/EditorManager.h"
+#include "model/contract/AccountAdapter.h"
+
+namespace margindesk {
+namespace {
+
+using testing::_;
+using testing::ElementsAre;
+using testing::IsNull;
+using testing::NiceMock;
+using testing::Return;
+
+class TAccounts : public TCustomAccountAdapter {
+ public:
+  MOCK_METHOD(const TCustomAccount*, GetAccount, (TCode, bool), (const, override));
+  MOCK_METHOD(void, AddAccountInfoLoadHandler, (THandler, const void*), (override));
+  MOCK_METHOD(void, RemoveAccountInfoLoadHandler, (const void*), (override));
+  MOCK_METHOD(void, RegisterMonitorInfoListener, (TCode, THandler, const void*, TCode), (override));
+  MOCK_METHOD(void, UnregisterMonitorInfoListener, (TCode, const void*), (override));
+  MOCK_METHOD(void, SubscribeAccountOnlineStatus, (TCode), (override));
+  MOCK_METHOD(void, UnsubscribeAccountOnlineStatus, (TCode), (override));
+  MOCK_METHOD(void, RegisterSimulateListener, (TCode, THandler, const void*, TCode), (override));
+  MOCK_METHOD(void, UnregisterSimulateListener, (TCode, const void*), (override));
+  MOCK_METHOD(void, GetSubAccountList, (TCode, TAccountMap&), (const, override));
+  MOCK_METHOD(const std::string&, GetCustomFieldKey, (std::string_view, std::string_view), (const, override));
+  MOCK_METHOD(const TCustomAccountData*, GetConsolidatedAccountData, (TCode, TCode), (const, override));
+};
+
+class Editors : public testing::Test {
+ protected:
+  void Register(TAccountEdit& edit, std::string_view group) {
+    FEditors.RegisterAccountEditor(edit, group, false, true);
+  }
+
+  TConfigManager FConfig{"ann"};
+  TServiceScope<TCustomConfigManager> FInstalledConfig{FConfig};
+  NiceMock<TAccounts> FAccounts;
+  TServiceScope<TCustomAccountAdapter> FInstalledAccounts{FAccounts};
+  THostEditorManager FEditors;
+  TAccountEdit FFirst{nullptr};
+  TAccountEdit FSecond{nullptr};
+  TAccountEdit FThird{nullptr};
+};
+
+TEST_F(Editors, LetTheBoxesOfOneGroupFollowEachOther) {
+  Register(FFirst, "red");
+  Register(FSecond, "red");
+  Register(FThird, "blue");
+  FEditors.SetAccountLayoutAccount(FSecond, TCode("C100"));
+  EXPECT_EQ(FFirst.GetHint(), "C100");
+  EXPECT_EQ(FFirst.GetText(), "C100");
+  EXPECT_EQ(FSecond.GetHint(), "C100");
+  EXPECT_EQ(FThird.GetHint(), "");
+
+  Register(FThird, "red");  // comes empty and takes the group's account
+  EXPECT_EQ(FThird.GetHint(), "C100");
+  Register(FFirst, "blue");  // goes with the account it has
+  FEditors.ChooseAccount(FThird, TCode("C200"));
+  EXPECT_EQ(FFirst.GetHint(), "C100");
+  EXPECT_EQ(FSecond.GetHint(), "C200");
+
+  FEditors.SetAccountLayoutAccount(FSecond, TCode());  // empties that box alone
+  EXPECT_EQ(FSecond.GetHint(), "");
+  EXPECT_EQ(FThird.GetHint(), "C200");
+  FEditors.RemoveAccountEditor(FSecond);
+  FEditors.ChooseAccount(FThird, TCode("C300"));
+  EXPECT_EQ(FSecond.GetHint(), "");
+  EXPECT_EQ(FEditors.GetAccountEditorCount(), 2U);
+}
+
+TEST_F(Editors, KeepBoxesWithoutAGroupToThemselves) {
+  Register(FFirst, "");
+  Register(FSecond, "");
+  FEditors.ChooseAccount(FFirst, TCode("C100"));
+  EXPECT_EQ(FSecond.GetHint(), "");
+  FEditors.ChooseAccount(FThird, TCode("C200"));  // never registered
+  EXPECT_EQ(FThird.GetHint(), "C200");
+  EXPECT_EQ(FFirst.GetHint(), "C100");
+}
+
+TEST_F(Editors, TakeATypedAccountInUpperCaseAndAskForItEvenWhenItIsUnknown) {
+  Register(FFirst, "red");
+  Register(FSecond, "red");
+  FFirst.SetText(" c100 ");
+  EXPECT_CALL(FAccounts, GetAccount(TCode("C100"), true)).WillOnce(Return(nullptr));
+  FEditors.CommitAccountText(FFirst);
+  EXPECT_EQ(FFirst.GetHint(), "C100");
+  EXPECT_EQ(FSecond.GetHint(), "C100");
+  FSecond.SetText("  ");
+  EXPECT_CALL(FAccounts, GetAccount(_, _)).Times(0);
+  FEditors.CommitAccountText(FSecond);
+  EXPECT_EQ(FSecond.GetHint(), "");
+  EXPECT_EQ(FFirst.GetHint(), "C100");
+}
+
+TEST_F(Editors, WriteASymbolAsTheHostDoes) {
+  FConfig.WriteString("SymbolAlias", "HSI", "HSIF5", true);
+  FConfig.WriteString("SymbolAlias", "HSIF5", "HSIG5", true);
+  EXPECT_EQ(FEditors.GetConvertSymbol(" abc\t"), "ABC");
+  EXPECT_EQ(FEditors.GetConvertSymbol("hsi"), "HSIF5");
+  EXPECT_EQ(FEditors.GetConvertSymbol(""), "");
+}
+
+class GridLayouts : public Editors {
+ protected:
+  GridLayouts() {
+    for (const std::int32_t id : {25, 0, 3, 4}) {
+      FColumns.push_back(TColumnInfo::AddColumn(id, "Res_Column", 100, "", false));
+    }
+    FColumns[2]->FMinWidth = 40;
+    Reset();
+  }
+
+  void Reset() {
+    FView.SetColumns({{25, "", 30, true, TSortOrder::None, -1},
+                      {0, "Symbol", 100, true, TSortOrder::None, -1},
+                      {3, "Price", 100, true, TSortOrder::None, -1},
+                      {4, "Quantity", 100, true, TSortOrder::None, -1}});
+  }
+
+  std::string LayoutAfter(std::string_view layout) {
+    Reset();
+    FEditors.SetGridColumnLayout(FView, layout, FColumns);
+    return FEditors.GetGridColumnLayout(FView, FColumns);
+  }
+
+  TColumnList FColumns;
+  TGridTableView FView{nullptr};
+};
+
+TEST_F(GridLayouts, ComeBackAsTheyWereSaved) {
+  FView.SetColumns({{3, "Price", 80, false, TSortOrder::Descending, 1},
+                    {0, "Symbol", 120, true, TSortOrder::Ascending, 0},
+                    {25, "", 30, true, TSortOrder::None, -1},
+                    {99, "Not of the list", 10, true, TSortOrder::None, -1},
+                    {4, "Quantity", 0, true, TSortOrder::None, -1}});
+  const std::string saved = FEditors.GetGridColumnLayout(FView, FColumns);
+  EXPECT_EQ(saved, "3,0,80,D,1;0,1,120,A,0;25,1,30,N,-1;4,1,0,N,-1;");
+  EXPECT_EQ(LayoutAfter(saved), saved);
+  EXPECT_EQ(FView.GetColumns()[0].FCaption, "Price");
+}
+
+TEST_F(GridLayouts, PutColumnsThatTheyDoNotNameBehindAndPassUnknownOnesOver) {
+  EXPECT_EQ(LayoutAfter("4,1,50,N,-1;77,1,50,N,-1;3,1,10,N,-1;"),
+            "4,1,50,N,-1;3,1,40,N,-1;25,1,30,N,-1;0,1,100,N,-1;");  // 40: the column's least width
+}
+
+TEST_F(GridLayouts, LeaveTheGridAloneWhenTheyAreDamagedOrNameNoneOfItsColumns) {
+  Reset();
+  const std::string before = FEditors.GetGridColumnLayout(FView, FColumns);
+  for (const char* damaged :
+       {"", ";", "77,1,50,N,-1;", "4,1,50,N,-1", "4,1,50,N;", "4,2,50,N,-1;", "4,1,-5,N,-1;",
+        "4,1,99999999,N,-1;", "4,1,50,X,-1;", "4,1,50,,-1;", "4,1,50,ND,-1;", "4,1,50,A,-1;", "4,1,50,N,0;",
+        "four,1,50,N,-1;", "4,1,50,N,-1;4,0,50,N,-1;", "4,1,50,N,-1;3,1,50",
+        "TradingLimit,1,80;CashBalance,1,80;"}) {
+    EXPECT_EQ(LayoutAfter(damaged), before) << damaged;
+  }
+}
+
+}  // namespace
+}  // namespace margindesk
