@@ -8,7 +8,7 @@ namespace margindesk {
 
 TSubItemRecord& THostData::GetItem(TCode symbol) {
   std::unique_ptr<TSubItemRecord>& item = FItems.Make(symbol);
-  if (!item) item = std::make_unique<TSubItemRecord>(symbol, FProducts.Make(symbol));
+  if (!item) item = std::make_unique<TSubItemRecord>(symbol);
   return *item;
 }
 
@@ -60,6 +60,16 @@ void THostData::Replace(const THostContents& contents) {
   changes.FMultiCurrency = changes.FCurrencyList = changes.FCurrencyRatio = true;
 }
 
+TSubItemRecord* THostData::FindKnownItem(TCode symbol) const noexcept {
+  const auto* item = FItems.Find(symbol);
+  return item != nullptr && *item && (*item)->IsKnown() ? item->get() : nullptr;
+}
+
+void THostData::FollowItem(const TSubItemRecord& item) {
+  const TSymbolFacts* facts = item.GetFacts();
+  FProducts.Make(item.GetSymbolCode()).Follow(facts != nullptr && facts->FProduct.FListed ? facts : nullptr);
+}
+
 void THostData::ClearCurrencies() {
   FBaseCurrency = TCode();
   FCurrencies.clear();
@@ -73,8 +83,9 @@ void THostData::ClearExchanges() {
 
 void THostData::ClearProducts() {
   for (const TCode symbol : FSymbols) {
-    FProducts.Make(symbol).Clear();
-    GetItem(symbol).SetFeedStatus(std::nullopt);
+    TSubItemRecord& item = GetItem(symbol);
+    item.Clear();
+    FollowItem(item);
     Mark().FSymbols.Insert(symbol);
   }
   FSymbols.clear();

@@ -62,9 +62,6 @@ class THostData {
     return product != nullptr && product->IsListed() ? product : nullptr;
   }
 
-  // What everything about a symbol is held in, listed or not; null when nothing was ever known of it.
-  const TProductRecord* FindSymbol(TCode symbol) const noexcept { return FProducts.Find(symbol); }
-
   // The reference item of a symbol, made when there is none: it follows the product from then on.
   TSubItemRecord& GetItem(TCode symbol);
 
@@ -154,6 +151,8 @@ class THostData {
   void PutExchange(const TExchangeFacts& facts);
   void PutAccount(const TAccountFacts& facts);
   void PutPositions(TAccountRecord& account, std::vector<TPositionFacts> positions);
+  TSubItemRecord* FindKnownItem(TCode symbol) const noexcept;  // null when nothing is known of the symbol
+  void FollowItem(const TSubItemRecord& item);                 // makes the product of the item's facts
   void ClearCurrencies();
   void ClearExchanges();
   void ClearProducts();
@@ -170,7 +169,7 @@ class THostData {
   TNumberTable<TExchangeFacts> FExchanges;
   std::vector<TCode> FExchangeList;
   TNumberTable<TProductRecord> FProducts;
-  std::vector<TCode> FSymbols;  // that have or once had facts
+  std::vector<TCode> FSymbols;  // that something is known of
   TNumberTable<std::unique_ptr<TSubItemRecord>> FItems;
   TNumberTable<THolders> FHolders;
   TNumberTable<std::unique_ptr<TAccountRecord>> FAccounts;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/services/HostData.h"
+#include "model/contract/Constdef.h"
 
 namespace margindesk {
 
@@ -34,7 +35,7 @@ void THostData::SetExchange(const TExchangeFacts& facts) {
   PutExchange(facts);
   // Its products are valued otherwise while it trades.
   for (const TCode symbol : FSymbols) {
-    if (FProducts.Make(symbol).GetExchange() == facts.FExchange) Mark().FSymbols.Insert(symbol);
+    if (GetItem(symbol).GetFieldCode(kItemExchange) == facts.FExchange) Mark().FSymbols.Insert(symbol);
   }
 }
 
@@ -47,24 +48,25 @@ void THostData::SetExchangeOpen(TCode exchange, bool open) {
 }
 
 void THostData::SetProduct(const TProductFacts& facts) {
-  TProductRecord& product = FProducts.Make(facts.FSymbol);
-  if (!product.IsKnown()) FSymbols.push_back(facts.FSymbol);
-  product.SetFacts(facts);
-  GetItem(facts.FSymbol);
+  TSubItemRecord& item = GetItem(facts.FSymbol);
+  if (!item.IsKnown()) FSymbols.push_back(facts.FSymbol);
+  item.SetProduct(facts);
+  FollowItem(item);
   Mark().FSymbols.Insert(facts.FSymbol);
 }
 
 void THostData::SetPrice(TCode symbol, const TPriceFacts& prices) {
-  TProductRecord* product = FProducts.Find(symbol);
-  if (product == nullptr || !product->IsKnown()) return;
-  product->SetPrices(prices);
+  TSubItemRecord* item = FindKnownItem(symbol);
+  if (item == nullptr) return;
+  item->SetPrices(prices);
+  FollowItem(*item);
   Mark().FSymbols.Insert(symbol);
 }
 
 void THostData::SetItemStatus(TCode symbol, std::optional<std::int32_t> status) {
-  const TProductRecord* product = FindSymbol(symbol);
-  if (product == nullptr || !product->IsKnown()) return;
-  GetItem(symbol).SetFeedStatus(status);
+  TSubItemRecord* item = FindKnownItem(symbol);
+  if (item == nullptr) return;
+  item->SetFeedStatus(status);
   Mark().FSymbols.Insert(symbol);
 }
 

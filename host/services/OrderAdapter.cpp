@@ -43,8 +43,8 @@ std::string TOrderAdapter::GetSideText(const TCustomClientOrder& order, const vo
 std::string TOrderAdapter::GetRemarkText(const TCustomClientOrder& order) const {
   const auto* record = dynamic_cast<const TClientOrderRecord*>(&order);
   const TProductRecord* product = FData.FindProduct(order.GetSymbol());
-  if (record == nullptr || product == nullptr || !product->GetFacts().FOverTheCounter) return {};
-  switch (product->GetFacts().FProductType) {
+  if (record == nullptr || product == nullptr || !product->GetFacts().FProduct.FOverTheCounter) return {};
+  switch (product->GetFacts().FProduct.FProductType) {
     case kProductBond:
       return ResourceText("Res_OrderRemark_OTCBond");
     case kProductFund:

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <limits>
-#include <memory>
 #include <string>
 
 #include "host/services/HostContents.h"
@@ -9,53 +8,46 @@
 
 namespace margindesk {
 
-// One product with its prices. What a position total reads of it lies in one cache line; the rest is kept
-// apart.
-class alignas(64) TProductRecord final : public TCustomProduct {
- public:
-  TCode GetExchange() const override { return FExchange; }
-  TCode GetCurrency() const override { return FCurrency; }
-  const std::string& GetLotSize() const override;
-  const std::string& GetProductType() const override;
-  TCode GetMarketCode() const override;
-
-  // Whether anything is known of the symbol, and whether the market lists it as a product.
-  bool IsKnown() const noexcept { return FDetails != nullptr; }
-  bool IsListed() const noexcept { return FListed; }
+// Everything that is known of one symbol.
+struct TSymbolFacts {
+  TProductFacts FProduct;
+  TPriceFacts FPrices;
+  std::string FLotSizeText;
+  std::string FTypeText;
 
   // The last price, else the previous close; 0 for none.
-  double GetPrice() const noexcept;
+  double GetPrice() const noexcept { return FPrices.FLast != 0 ? FPrices.FLast : FPrices.FPreviousClose; }
+};
+
+// One product of the market. It holds itself what a position total reads at every repaint, and is kept small,
+// because thousands are read in a row; the facts belong to the symbol's reference item.
+class TProductRecord final : public TCustomProduct {
+ public:
+  TCode GetExchange() const override { return FFacts->FProduct.FExchange; }
+  TCode GetCurrency() const override { return FCurrency; }
+  const std::string& GetLotSize() const override { return FFacts->FLotSizeText; }
+  const std::string& GetProductType() const override { return FFacts->FTypeText; }
+  TCode GetMarketCode() const override { return FFacts->FProduct.FMarketCode; }
+
+  // Whether the market lists the product. Everything else is asked of a listed product alone.
+  bool IsListed() const noexcept { return FFacts != nullptr; }
 
   // What one unit is worth now, in the product's currency. False leaves `value` alone: there is no price.
   bool GetUnitValue(double& value) const noexcept {
-    if (!FHasPrice) return false;
+    if (FUnitValue != FUnitValue) return false;
     value = FUnitValue;
     return true;
   }
 
-  const TProductFacts& GetFacts() const noexcept;  // blank for an unknown product
-  const TPriceFacts& GetPrices() const noexcept;   // all 0 for an unknown product
+  const TSymbolFacts& GetFacts() const noexcept { return *FFacts; }
 
-  void SetFacts(const TProductFacts& facts);
-  void SetPrices(const TPriceFacts& prices);  // the product has its facts already
-  void Clear();                               // unknown again
+  // Takes over what the facts say now; null for a product that is not listed. They stay where they are.
+  void Follow(const TSymbolFacts* facts) noexcept;
 
  private:
-  struct TDetails {
-    TProductFacts FFacts;
-    TPriceFacts FPrices;
-    std::string FLotSizeText;
-    std::string FTypeText;
-  };
-
-  void Value() noexcept;
-
   TCode FCurrency;
-  TCode FExchange;
-  double FUnitValue = 0;
-  bool FListed = false;
-  bool FHasPrice = false;
-  std::unique_ptr<TDetails> FDetails;
+  double FUnitValue = std::numeric_limits<double>::quiet_NaN();  // not a number: there is no price
+  const TSymbolFacts* FFacts = nullptr;
 };
 
 }  // namespace margindesk

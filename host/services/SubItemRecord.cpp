@@ -12,30 +12,30 @@ namespace {
 
 struct TCodeField {
   std::int32_t FField;
-  TCode (*FRead)(const TProductRecord& product);
+  TCode (*FRead)(const TSymbolFacts& facts);
 };
 
 constexpr TCodeField kCodeFields[] = {
-    {kItemExchange, [](const TProductRecord& product) { return product.GetExchange(); }},
-    {kItemCurrency, [](const TProductRecord& product) { return product.GetCurrency(); }},
-    {kItemMarketCode, [](const TProductRecord& product) { return product.GetMarketCode(); }},
+    {kItemExchange, [](const TSymbolFacts& facts) { return facts.FProduct.FExchange; }},
+    {kItemCurrency, [](const TSymbolFacts& facts) { return facts.FProduct.FCurrency; }},
+    {kItemMarketCode, [](const TSymbolFacts& facts) { return facts.FProduct.FMarketCode; }},
 };
 
 // A field that is a number. One that is 0 is absent, unless 0 says something.
 struct TNumberField {
   std::int32_t FField;
   bool FZeroCounts;
-  double (*FRead)(const TProductRecord& product);
+  double (*FRead)(const TSymbolFacts& facts);
 };
 
 template <auto Member>
-double Price(const TProductRecord& product) {
-  return product.GetPrices().*Member;
+double Price(const TSymbolFacts& facts) {
+  return facts.FPrices.*Member;
 }
 
 template <auto Member>
-double Fact(const TProductRecord& product) {
-  return static_cast<double>(product.GetFacts().*Member);
+double Fact(const TSymbolFacts& facts) {
+  return static_cast<double>(facts.FProduct.*Member);
 }
 
 constexpr TNumberField kNumberFields[] = {
@@ -62,7 +62,7 @@ const TNumberField* FindNumberField(std::int32_t field) {
 
 double TSubItemRecord::GetFieldFloat(std::int32_t field) const {
   const TNumberField* number = FindNumberField(field);
-  return number != nullptr && IsKnown() ? number->FRead(FProduct) : 0;
+  return number != nullptr && IsKnown() ? number->FRead(*FFacts) : 0;
 }
 
 const std::string& TSubItemRecord::GetFieldText(std::int32_t field) const {
@@ -71,7 +71,7 @@ const std::string& TSubItemRecord::GetFieldText(std::int32_t field) const {
   const TNumberField* number = FindNumberField(field);
   if (number == nullptr) return GetFieldCode(field).Text();
   std::string& text = FTexts[static_cast<std::size_t>(number - kNumberFields)];
-  text = FloatToText(number->FRead(FProduct));
+  text = FloatToText(number->FRead(*FFacts));
   return text;
 }
 
@@ -79,24 +79,38 @@ bool TSubItemRecord::HasField(std::int32_t field) const {
   if (!IsKnown()) return false;
   const TNumberField* number = FindNumberField(field);
   if (number == nullptr) return !GetFieldCode(field).IsEmpty();
-  return number->FZeroCounts || number->FRead(FProduct) != 0;
+  return number->FZeroCounts || number->FRead(*FFacts) != 0;
 }
 
 std::int32_t TSubItemRecord::GetStatus() const {
   if (!IsKnown()) return kItemUnknown;
   if (FFeedStatus) return *FFeedStatus;
-  return FProduct.GetPrice() != 0 ? kItemReady : kItemNotCurrent;
+  return FFacts->GetPrice() != 0 ? kItemReady : kItemNotCurrent;
 }
 
 TCode TSubItemRecord::GetFieldCode(std::int32_t field) const {
   const auto* found = std::ranges::find(kCodeFields, field, &TCodeField::FField);
-  return found == std::end(kCodeFields) ? TCode() : found->FRead(FProduct);
+  return found == std::end(kCodeFields) || !IsKnown() ? TCode() : found->FRead(*FFacts);
 }
 
 TVariant TSubItemRecord::GetDataValue(std::int32_t field) const {
   if (!HasField(field)) return {};
   if (FindNumberField(field) != nullptr) return TVariant::Float(GetFieldFloat(field));
   return TVariant::Text(GetFieldText(field));
+}
+
+void TSubItemRecord::SetProduct(const TProductFacts& product) {
+  if (!FFacts) FFacts = std::make_unique<TSymbolFacts>();
+  FFacts->FProduct = product;
+  FFacts->FLotSizeText = FloatToText(product.FLotSize);
+  FFacts->FTypeText = IntegerToText(product.FProductType);
+}
+
+void TSubItemRecord::SetPrices(const TPriceFacts& prices) { FFacts->FPrices = prices; }
+
+void TSubItemRecord::Clear() {
+  FFacts.reset();
+  FFeedStatus.reset();
 }
 
 }  // namespace margindesk

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,11 +15,11 @@ namespace margindesk {
 inline constexpr std::int32_t kItemUnknown = 0;     // nothing is known of the symbol
 inline constexpr std::int32_t kItemNotCurrent = 2;  // its facts are known, its price is not
 
-// The reference item of one symbol: its product and its prices under the numbers of Constdef.h. It lives as
-// long as the host and follows its product.
+// The reference item of one symbol: the facts and prices of its product under the numbers of Constdef.h. It
+// lives as long as the host, also while nothing is known of the symbol.
 class TSubItemRecord final : public TCustomSubItem {
  public:
-  TSubItemRecord(TCode symbol, const TProductRecord& product) : FSymbol(symbol), FProduct(product) {}
+  explicit TSubItemRecord(TCode symbol) : FSymbol(symbol) {}
 
   double GetFieldFloat(std::int32_t field) const override;
   // The text of a number is made anew at each call and holds until the next call for the same field.
@@ -30,16 +31,20 @@ class TSubItemRecord final : public TCustomSubItem {
   std::string GetDataString(std::int32_t field) const override { return GetFieldText(field); }
   TVariant GetDataValue(std::int32_t field) const override;
 
-  bool IsKnown() const noexcept { return FProduct.IsKnown(); }
+  bool IsKnown() const noexcept { return FFacts != nullptr; }
+  const TSymbolFacts* GetFacts() const noexcept { return FFacts.get(); }  // null when nothing is known
 
+  void SetProduct(const TProductFacts& product);  // keeps the prices
+  void SetPrices(const TPriceFacts& prices);      // of a symbol that is known
   // What the price feed says of the item; none lets the status follow from the product and its price.
   void SetFeedStatus(std::optional<std::int32_t> status) noexcept { FFeedStatus = status; }
+  void Clear();  // nothing is known any more
 
  private:
   static constexpr std::size_t kNumberFieldCount = 12;
 
   TCode FSymbol;
-  const TProductRecord& FProduct;
+  std::unique_ptr<TSymbolFacts> FFacts;
   std::optional<std::int32_t> FFeedStatus;
   mutable std::array<std::string, kNumberFieldCount> FTexts;
 };
