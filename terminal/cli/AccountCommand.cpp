@@ -1,0 +1,102 @@
+#include "terminal/cli/AccountCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include "host/book/BookError.h"
+#include "model/ResourceText.h"
+#include "model/contract/ConfigManager.h"
+#include "model/contract/CurrencyAdapter.h"
+#include "terminal/cli/AccountColumns.h"
+#include "terminal/cli/AccountLookup.h"
+#include "terminal/cli/AccountOutput.h"
+#include "terminal/cli/AccountTree.h"
+#include "terminal/cli/CliError.h"
+#include "terminal/cli/PackageLink.h"
+#include "terminal/cli/Session.h"
+
+namespace margindesk {
+
+namespace {
+
+constexpr std::int32_t kStatusSuspended = 1024;
+constexpr std::int32_t kStatusSellOnly = 2048;
+
+}  // namespace
+
+void TAccountCommand::AddOptions(CLI::App& app) {
+  app.add_option("ACCOUNT", FAccount, "The account's identifier")->required();
+  app.add_option("--columns", FColumns,
+                 "The figures to show, as column keys (TradingLimit,MarginLevel,...), or all of them\n"
+                 "(default: the configured ones)")
+      ->option_text("KEY,...|all");
+  app.add_option("--convert", FConvert, "Show totals in this currency (default: the base currency)")
+      ->option_text("CUR");
+  app.add_option("--filter", FFilter, "Show this currency alone")->option_text("CUR");
+  app.add_flag("--aggregate", FAggregate, "Show a master account together with its sub-accounts");
+  app.add_option("--layout", FLayout,
+                 "3: a field's total, and under it the currencies that it covers; 2: every currency\n"
+                 "a row of its own (default: 3, unless AcctInfoShow3LvInfo is configured as N)")
+      ->option_text("3|2")
+      ->check(CLI::IsMember({"3", "2"}));
+  FFormat.AddTo(app);
+}
+
+bool TAccountCommand::IsThreeLevels() const {
+  if (!FLayout.empty()) return FLayout == "3";
+  const auto& config = TCustomConfigManager::GetInstance();
+  const std::string configured = config.ReadString(config.GetUserSection(), "AcctInfoShow3LvInfo");
+  return !configured.starts_with('N') && !configured.starts_with('n');
+}
+
+std::vector<std::string> TAccountCommand::GetFlags(const TCustomAccount& account) const {
+  std::vector<std::string> flags;
+  if (FAggregate) {
+    flags.push_back(GetResourceText(account.GetMasterType() == kMasterTypeConsolidated
+                                        ? "Res_Aggregate_CrossOut"
+                                        : "Res_Aggregate_NonCrossOut"));
+  }
+  const std::int32_t status = account.GetStatusFlags();
+  if ((status & kStatusSuspended) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Suspend"));
+  if ((status & kStatusSellOnly) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Sell"));
+  return flags;
+}
+
+int TAccountCommand::Run(TSession& session, std::ostream& out) {
+  session.Host();
+  const TCustomAccount& account = FindAccount(FAccount);
+  if (FAggregate && !account.IsMasterAccount()) {
+    throw TCliError("account " + QuotedForMessage(FAccount) + " is no master account: nothing to aggregate");
+  }
+  TAccountView view;
+  view.FAccount = account.GetAccountID();
+  view.FName = GetAccountName(account);
+  view.FFlags = GetFlags(account);
+  view.FBase = TCustomCurrencyAdapter::GetInstance().GetBaseCurrency();
+  view.FConvert = FConvert.empty() ? view.FBase : FindCurrency(FConvert);
+  if (!FFilter.empty()) view.FFilter = FindCurrency(FFilter);
+  view.FAggregated = FAggregate;
+  const TColumnList columns = FColumns.empty() ? MakeConfiguredColumns(account) : MakeNamedColumns(FColumns);
+
+  const auto control = CreateAccountTreeControl(IsThreeLevels());
+  control->SetColumnList(columns);
+  control->SetCurrency(view.FConvert);
+  control->SetFilterCurr(view.FFilter);
+  control->SetAccount(view.FAccount);
+  if (FAggregate) control->SetAggregate();
+  view.FRows = ReadAccountTree(*control, columns);
+
+  switch (FFormat.Get()) {
+    case TOutputFormat::kText:
+      WriteAccountText(out, view, session.Terminal().FColour);
+      break;
+    case TOutputFormat::kJson:
+      WriteAccountJson(out, view);
+      break;
+    case TOutputFormat::kCsv:
+      WriteAccountCsv(out, view);
+      break;
+  }
+  return kExitFine;
+}
+
+}  // namespace margindesk

@@ -1,0 +1,165 @@
+#include "terminal/cli/Application.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <map>
+#include <sstream>
+
+#include "host/book/BookError.h"
+#include "host/services/ConfigStore.h"
+#include "host/services/LanguageFile.h"
+#include "host/services/LanguageManager.h"
+#include "terminal/cli/CliError.h"
+#include "terminal/cli/Command.h"
+#include "terminal/cli/DisplayWidth.h"
+#include "terminal/cli/Session.h"
+
+namespace margindesk {
+
+namespace {
+
+// The first words of commands that have two.
+constexpr std::pair<std::string_view, std::string_view> kGroups[] = {
+    {"config", "Read and change the configuration"},
+    {"book", "Bring a back-office book in and out, and check it"},
+};
+
+// The command line as the parser knows it, with a parser for each command.
+class TCommandLine {
+ public:
+  TCommandLine() : FCommands(CreateCommands()) {
+    FApp.set_help_flag("-h,--help", "Print this help");
+    FApp.set_version_flag("--version", "margindesk " MARGINDESK_VERSION, "Print the version");
+    FApp.add_option("--book", FBook, "The back-office book (default: the user's own)")->option_text("FILE");
+    FApp.add_option("--config", FConfig, "The configuration (default: the user's own)")->option_text("FILE");
+    FApp.add_option("--lang", FLanguage, "The language of captions (default: ENG)")
+        ->option_text("ENG|CHS|ZHH")
+        ->check(CLI::IsMember({"ENG", "CHS", "ZHH"}, CLI::ignore_case));
+    FApp.footer(
+        "The user's own book lies in $XDG_DATA_HOME/margindesk (~/.local/share/margindesk), the\n"
+        "configuration in $XDG_CONFIG_HOME/margindesk (~/.config/margindesk). The first command makes\n"
+        "the book from the demo book. \"margindesk COMMAND --help\" tells more of a command.");
+    FApp.require_subcommand(0, 1);
+    for (const auto& [name, help] : kGroups) {
+      AddApp(FApp, std::string(name), std::string(help)).require_subcommand(0, 1);
+    }
+    for (const auto& command : FCommands) AddCommand(*command);
+  }
+
+  // Throws what the parser throws; help and version are such throws too.
+  void Parse(std::vector<std::string> arguments) {
+    std::reverse(arguments.begin(), arguments.end());
+    FApp.parse(std::move(arguments));
+  }
+
+  // The command that was called, null when none was.
+  TCommand* GetCalled() const {
+    const CLI::App* called = &FApp;
+    while (!called->get_subcommands().empty()) called = called->get_subcommands().front();
+    const auto found = FByApp.find(called);
+    return found == FByApp.end() ? nullptr : found->second;
+  }
+
+  // What stands in the place of a command and is none.
+  std::string GetComplaint() const {
+    const std::vector<std::string> words = FApp.remaining(true);
+    const auto groups = FApp.get_subcommands();
+    const std::string group = groups.empty() ? "" : groups.front()->get_name() + " ";
+    if (words.empty()) return "no command given; \"margindesk " + group + "--help\" lists them";
+    if (words.front().starts_with('-')) return "unknown option " + QuotedForMessage(words.front());
+    return "unknown command " + QuotedForMessage(group + words.front()) + "; \"margindesk " + group +
+           "--help\" lists them";
+  }
+
+  TSessionOptions GetSessionOptions() const {
+    TSessionOptions options;
+    if (!FBook.empty()) options.FBook = FBook;
+    if (!FConfig.empty()) options.FConfig = FConfig;
+    options.FLanguage = FindLanguage(FLanguage).value_or(kLanguageEnglish);
+    return options;
+  }
+
+  CLI::App& App() noexcept { return FApp; }
+
+ private:
+  static CLI::App& AddApp(CLI::App& parent, const std::string& name, const std::string& help) {
+    CLI::App* app = parent.add_subcommand(name, help);
+    app->fallthrough();  // the options before the command may stand after it, too
+    return *app;
+  }
+
+  void AddCommand(TCommand& command) {
+    const std::string name(command.GetName());
+    const std::size_t blank = name.find(' ');
+    CLI::App& parent = blank == std::string::npos ? FApp : *FApp.get_subcommand(name.substr(0, blank));
+    CLI::App& app = AddApp(parent, blank == std::string::npos ? name : name.substr(blank + 1),
+                           std::string(command.GetHelp()));
+    command.AddOptions(app);
+    FByApp[&app] = &command;
+  }
+
+  std::vector<std::unique_ptr<TCommand>> FCommands;
+  std::string FBook;
+  std::string FConfig;
+  std::string FLanguage = "ENG";
+  CLI::App FApp{"Margin accounts from a back-office book: figures per currency and in total.", "margindesk"};
+  std::map<const CLI::App*, TCommand*> FByApp;
+};
+
+int Fail(TTerminal& terminal, std::string_view message, int code) {
+  terminal.FErr << "margindesk: " << MakeOneLine(message) << std::endl;
+  return code;
+}
+
+int RunCommand(TCommand& command, const TSessionOptions& options, TTerminal& terminal) {
+  std::ostringstream out;
+  out.imbue(std::locale::classic());
+  TSession session(terminal, options);
+  const int code = command.Run(session, out);
+  terminal.FOut << out.view() << std::flush;
+  if (terminal.FOut) return code;
+  // A reader that has seen enough is no failure.
+  return errno == EPIPE ? code : Fail(terminal, "cannot write to the standard output", kExitFault);
+}
+
+int Dispatch(const std::vector<std::string>& arguments, TTerminal& terminal) {
+  TCommandLine line;
+  try {
+    line.Parse(arguments);
+  } catch (const CLI::CallForHelp&) {
+    terminal.FOut << line.App().help() << std::flush;
+    return kExitFine;
+  } catch (const CLI::CallForVersion& version) {
+    terminal.FOut << version.what() << std::endl;
+    return kExitFine;
+  } catch (const CLI::ParseError& error) {
+    const bool extra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+    if (extra && line.GetCalled() == nullptr) throw TCliError(line.GetComplaint());
+    throw TCliError(error.what());
+  }
+  TCommand* command = line.GetCalled();
+  if (command == nullptr) throw TCliError(line.GetComplaint());
+  return RunCommand(*command, line.GetSessionOptions(), terminal);
+}
+
+}  // namespace
+
+int RunApplication(const std::vector<std::string>& arguments, TTerminal& terminal) {
+  try {
+    return Dispatch(arguments, terminal);
+  } catch (const TCliError& error) {
+    return Fail(terminal, error.what(), kExitUsage);
+  } catch (const TBookError& error) {
+    return Fail(terminal, error.what(), kExitUsage);
+  } catch (const TConfigError& error) {
+    return Fail(terminal, error.what(), kExitUsage);
+  } catch (const TLanguageFileError& error) {
+    return Fail(terminal, error.what(), kExitUsage);
+  } catch (const std::filesystem::filesystem_error& error) {
+    return Fail(terminal, error.path1().string() + ": " + error.code().message(), kExitUsage);
+  } catch (const std::exception& error) {
+    return Fail(terminal, std::string("internal failure: ") + error.what(), kExitFault);
+  }
+}
+
+}  // namespace margindesk

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <filesystem>
+
+#include "terminal/cli/Terminal.h"
+
+namespace margindesk {
+
+// Where the user's book and configuration lie unless others are named: "margindesk/book.db" in
+// $XDG_DATA_HOME or ~/.local/share, "margindesk/config.db" in $XDG_CONFIG_HOME or ~/.config. Throws TCliError
+// when neither the variable nor a home directory is set.
+std::filesystem::path GetDefaultBookFile(const TEnvironment& environment);
+std::filesystem::path GetDefaultConfigFile(const TEnvironment& environment);
+
+// The directory with the language files and the demo book: $MARGINDESK_RESOURCES where that is set, else
+// beside the program where it was installed or built, else in the sources it was built from. Throws TCliError
+// when there is none.
+std::filesystem::path GetResourceDirectory(const TEnvironment& environment);
+
+// Makes a directory and those above it where they are missing, for the user alone. Throws TCliError.
+void MakePrivateDirectory(const std::filesystem::path& directory);
+
+}  // namespace margindesk

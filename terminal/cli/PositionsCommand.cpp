@@ -1,0 +1,115 @@
+#include "terminal/cli/PositionsCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "model/contract/PositionAdapter.h"
+#include "terminal/cli/AccountLookup.h"
+#include "terminal/cli/CliError.h"
+#include "terminal/cli/CsvOutput.h"
+#include "terminal/cli/Json.h"
+#include "terminal/cli/PackageLink.h"
+#include "terminal/cli/PositionColumns.h"
+#include "terminal/cli/Session.h"
+#include "terminal/cli/TextTable.h"
+
+namespace margindesk {
+
+namespace {
+
+// The values of the positions, by position and column.
+struct TPositionList {
+  std::vector<TCode> FSymbols;
+  std::vector<std::vector<TVariant>> FRows;
+};
+
+TPositionList ReadPositions(const THostData& data, TCode account) {
+  const auto control = CreateAccountTreeControl(true);
+  TPositionMap positions;
+  TCustomPositionAdapter::GetInstance().GetPositionList(account, positions);
+  TPositionList list;
+  for (std::size_t i = 0; i < positions.GetCount(); ++i) {
+    const TPositionSource source{*positions.GetPositions()[i], positions.GetKeys()[i], data, *control};
+    list.FSymbols.push_back(source.FPosition.GetSymbol());
+    auto& row = list.FRows.emplace_back();
+    for (const TPositionColumn& column : GetPositionColumns()) row.push_back(column.FRead(source));
+  }
+  return list;
+}
+
+bool IsShown(const TPositionList& list, std::size_t index) {
+  const TPositionColumn& column = GetPositionColumns()[index];
+  if (column.FResourceKey.empty()) return false;
+  return column.FAlways || std::ranges::any_of(list.FRows, [index](const std::vector<TVariant>& row) {
+           return row[index].AsFloatOr(0) != 0;
+         });
+}
+
+void WriteText(std::ostream& out, const TPositionList& list, bool colour) {
+  const auto columns = GetPositionColumns();
+  TTextTable table;
+  std::vector<std::size_t> shown;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!IsShown(list, i)) continue;
+    shown.push_back(i);
+    table.AddColumn(GetCaption(columns[i]), columns[i].FFormat != 0);
+  }
+  for (std::size_t row = 0; row < list.FRows.size(); ++row) {
+    std::vector<std::string> texts;
+    for (const std::size_t i : shown) {
+      texts.push_back(GetDisplayText(columns[i], list.FRows[row][i], list.FSymbols[row]));
+    }
+    table.AddRow(texts);
+  }
+  table.Write(out, colour);
+}
+
+void WriteAsJson(std::ostream& out, const TPositionList& list, const std::string& account) {
+  TJson document;
+  document["account"] = account;
+  document["positions"] = TJson::array();
+  for (const auto& row : list.FRows) {
+    TJson position;
+    for (std::size_t i = 0; i < row.size(); ++i) position[GetPositionColumns()[i].FName] = MakeJson(row[i]);
+    document["positions"].push_back(std::move(position));
+  }
+  WriteJson(out, document);
+}
+
+void WriteAsCsv(std::ostream& out, const TPositionList& list) {
+  std::vector<std::string_view> names;
+  for (const TPositionColumn& column : GetPositionColumns()) names.push_back(column.FName);
+  WriteCsvLine(out, names);
+  for (const auto& row : list.FRows) {
+    std::vector<std::string> texts;
+    for (const TVariant& value : row) texts.push_back(value.AsText());
+    WriteCsvLine(out, std::vector<std::string_view>(texts.begin(), texts.end()));
+  }
+}
+
+}  // namespace
+
+void TPositionsCommand::AddOptions(CLI::App& app) {
+  app.add_option("ACCOUNT", FAccount, "The account's identifier")->required();
+  FFormat.AddTo(app);
+}
+
+int TPositionsCommand::Run(TSession& session, std::ostream& out) {
+  TReferenceHost& host = session.Host();
+  const TCode account = FindAccount(FAccount).GetAccountID();
+  const TPositionList list = ReadPositions(host.Data(), account);
+  switch (FFormat.Get()) {
+    case TOutputFormat::kText:
+      WriteText(out, list, session.Terminal().FColour);
+      break;
+    case TOutputFormat::kJson:
+      WriteAsJson(out, list, account);
+      break;
+    case TOutputFormat::kCsv:
+      WriteAsCsv(out, list);
+      break;
+  }
+  return kExitFine;
+}
+
+}  // namespace margindesk

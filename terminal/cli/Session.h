@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "host/book/Book.h"
+#include "host/services/ReferenceHost.h"
+#include "terminal/cli/Terminal.h"
+
+namespace margindesk {
+
+// What the options before the command say.
+struct TSessionOptions {
+  std::optional<std::filesystem::path> FBook;
+  std::optional<std::filesystem::path> FConfig;
+  std::int32_t FLanguage = kLanguageEnglish;
+};
+
+// What one run of the program works on: the book, the configuration, and the host over both, each opened when
+// a command first asks for it.
+class TSession {
+ public:
+  TSession(TTerminal& terminal, TSessionOptions options);
+
+  TTerminal& Terminal() const noexcept { return FTerminal; }
+
+  // The files in use, named or the user's own; they need not be there.
+  std::filesystem::path GetBookFile() const;
+  std::filesystem::path GetConfigFile() const;
+
+  // The book. The user's own is made from the demo book when it is not there, which is told on standard error;
+  // one that was named has to be there. Throws TCliError and TBookError.
+  TBook& Book();
+
+  // The host over the book and the configuration, in the language asked for. A configuration that is not
+  // there is an empty one. Throws what the host throws.
+  TReferenceHost& Host();
+
+ private:
+  void MakeDemoBook(const std::filesystem::path& file);
+
+  TTerminal& FTerminal;
+  const TSessionOptions FOptions;
+  std::optional<TBook> FBook;
+  std::unique_ptr<TReferenceHost> FHost;
+};
+
+}  // namespace margindesk
