@@ -2,16 +2,6 @@
 
 include(GoogleTest)
 
-# margindesk_add_folders(FOLDER...)
-# Adds those of the folders that are there.
-function(margindesk_add_folders)
-  foreach(folder IN LISTS ARGN)
-    if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt")
-      add_subdirectory("${folder}")
-    endif()
-  endforeach()
-endfunction()
-
 # margindesk_add_library(NAME STATIC|SHARED SOURCES FILE... [LIBS TARGET...] [PRIVATE_LIBS TARGET...])
 # A library of the tree. Users of it get its LIBS too; PRIVATE_LIBS stay its own affair. Includes are rooted at the
 # repository.

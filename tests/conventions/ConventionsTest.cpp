@@ -148,6 +148,7 @@ TEST(ResourceKeys, AreRefusedWhenALanguageLacksThemInTheirSection) {
   ExpectOne(check("int n = 1'000;\nShow(\"a \\\" b\", \"DC1001\");\n"), "A.cpp", 2, "ENG.ini lacks DC1001");
   ExpectOne(check("Show(R\"x(\n)\" \"Res_Here\n)x\");\nAsk(\"Res_\" + key);"), "A.cpp", 4,
             "must be written whole");
+  EXPECT_EQ(Describe(check("return key.starts_with(\"Res_\");\n")), "");
   EXPECT_EQ(check("Ask(\"10,res_here,80\");").size(), 2U) << "letter case counts, in every language";
   EXPECT_EQ(Describe(check("// \"Res_Gone\"\n/* \"Res_Gone\" */ int Res_Gone; // it's \"Res_Gone\"\n")), "");
 }
@@ -171,17 +172,24 @@ TEST(SourceLists, NameEverySourceOfTheTree) {
   EXPECT_TRUE(findings.empty()) << Describe(findings);
 }
 
-TEST(SourceLists, AreRefusedWhenASourceIsNotInTheListOfItsFolder) {
+TEST(SourceLists, AreRefusedWhenASourceOrAFolderIsNotNamedAbove) {
+  const TSourceFile top{"CMakeLists.txt", "add_subdirectory(host)\n"};
   EXPECT_EQ(
-      Describe(CheckSourceLists({{"host/CMakeLists.txt", "add_library(host\n  Book.cpp book/Store.cpp)"},
+      Describe(CheckSourceLists({top,
+                                 {"host/CMakeLists.txt", "add_library(host\n  Book.cpp book/Store.cpp)"},
                                  {"host/Book.cpp", ""},
                                  {"host/book/Store.cpp", ""}})),
       "");
-  ExpectOne(CheckSourceLists({{"host/CMakeLists.txt", "add_library(host NoteBook.cpp) # Book.cpp\n"},
+  ExpectOne(CheckSourceLists({top,
+                              {"host/CMakeLists.txt", "add_library(host NoteBook.cpp) # Book.cpp\n"},
                               {"host/Book.cpp", ""}}),
-            "host/Book.cpp", 1, "host/CMakeLists.txt does not name it");
+            "host/Book.cpp", 1, "host/CMakeLists.txt does not name Book.cpp");
   ExpectOne(CheckSourceLists({{"CMakeLists.txt", "add_library(all host/Book.cpp)"}, {"host/Book.cpp", ""}}),
             "host/Book.cpp", 1, "no folder above it has a CMakeLists.txt");
+  ExpectOne(CheckSourceLists({top, {"bench/speed/CMakeLists.txt", ""}}), "bench/speed/CMakeLists.txt", 1,
+            "CMakeLists.txt does not name bench/speed");
+  ExpectOne(CheckSourceLists({top, {"host/CMakeLists.txt", "# book\n"}, {"host/book/CMakeLists.txt", ""}}),
+            "host/book/CMakeLists.txt", 1, "host/CMakeLists.txt does not name book");
 }
 
 }  // namespace

@@ -43,20 +43,34 @@ std::vector<TFinding> CheckSourceLists(const std::vector<TSourceFile>& files) {
   std::map<std::string, TWords, std::less<>> lists;
   for (const TSourceFile& file : files) {
     const std::string_view folder = FolderOf(file.FPath);
-    if (!folder.empty() && file.FPath.substr(folder.size()) == kListName) {
-      lists.emplace(folder, CMakeWords(file.FText));
-    }
+    if (file.FPath.substr(folder.size()) == kListName) lists.emplace(folder, CMakeWords(file.FText));
   }
+  // Goes up from a folder to the first with a list.
+  const auto withList = [&](std::string_view folder) {
+    while (!folder.empty() && !lists.contains(folder)) folder = FolderOf(folder);
+    return folder;
+  };
 
   std::vector<TFinding> findings;
+  const auto expectNamed = [&](const std::string& file, std::string_view owner, std::string_view name) {
+    const auto list = lists.find(owner);
+    if (list != lists.end() && list->second.contains(name)) return;
+    findings.push_back(
+        {file, 1, std::string(owner) + std::string(kListName) + " does not name " + std::string(name)});
+  };
+  for (const auto& [folder, words] : lists) {
+    if (folder.empty()) continue;
+    const std::string_view above = withList(FolderOf(folder));
+    expectNamed(folder + std::string(kListName), above,
+                folder.substr(above.size(), folder.size() - above.size() - 1));
+  }
   for (const TSourceFile& file : files) {
     if (!file.FPath.ends_with(".cpp")) continue;
-    std::string_view folder = FolderOf(file.FPath);
-    while (!folder.empty() && !lists.contains(folder)) folder = FolderOf(folder);
-    if (folder.empty()) {
+    const std::string_view owner = withList(FolderOf(file.FPath));
+    if (owner.empty()) {
       findings.push_back({file.FPath, 1, "no folder above it has a CMakeLists.txt"});
-    } else if (!lists.find(folder)->second.contains(file.FPath.substr(folder.size()))) {
-      findings.push_back({file.FPath, 1, std::string(folder) + std::string(kListName) + " does not name it"});
+    } else {
+      expectNamed(file.FPath, owner, file.FPath.substr(owner.size()));
     }
   }
   return findings;
