@@ -49,6 +49,9 @@ void TBook::Upsert(std::span<const TBookRow> rows) {
   transaction.Commit();
 }
 
+TBookSnapshot::TBookSnapshot(TBook& book)
+    : FTransaction(*book.FConnection, TSqliteTransaction::TMode::kRead) {}
+
 TBookTransaction::TBookTransaction(TBook& book)
     : FBook(book), FTransaction(*book.FConnection, TSqliteTransaction::TMode::kWrite) {}
 

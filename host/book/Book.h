@@ -15,6 +15,7 @@
 
 namespace margindesk {
 
+class TBookSnapshot;
 class TBookTransaction;
 
 // The back-office book: currencies, exchanges, products, prices, accounts, their figures and their positions,
@@ -51,6 +52,7 @@ class TBook {
   void Upsert(std::span<const TBookRow> rows);
 
  private:
+  friend class TBookSnapshot;
   friend class TBookTransaction;
 
   // Statements are prepared when they are first needed and kept.
@@ -59,6 +61,16 @@ class TBook {
   std::unique_ptr<TSqliteConnection> FConnection;
   TStatements FUpserts;
   TStatements FRemovals;
+};
+
+// Holds the book as it is now: while it lives, reads of several tables are of one moment, whatever other
+// programs write. One at a time, not together with a transaction; must not outlive its book.
+class TBookSnapshot {
+ public:
+  explicit TBookSnapshot(TBook& book);
+
+ private:
+  TSqliteTransaction FTransaction;
 };
 
 // A change of one or several tables. It holds when Commit returns, and is undone when it is destroyed before

@@ -117,14 +117,13 @@ TEST_F(BookDemo, FiguresAgreeWithPositionsAndTotalRowsWithCurrencies) {
       0);
   for (const char* figure :
        {"cash_balance", "bod_cash_balance", "net_equity", "initial_margin", "charges", "hold_fund"}) {
-    const std::string name = figure;
-    EXPECT_EQ(Query("SELECT count(*) FROM figures t WHERE t.currency IS NULL AND abs(t." + name +
-                    " - (SELECT sum(f." + name +
-                    " * c.ratio) FROM figures f JOIN currencies c USING (currency) WHERE f.account = "
-                    "t.account AND NOT "
-                    "f.separate_row AND NOT c.excluded)) > 0.01"),
-              0)
-        << name;
+    const std::string sum =
+        "(SELECT sum(f.FIGURE * c.ratio) FROM figures f JOIN currencies c USING (currency) WHERE f.account = "
+        "t.account AND NOT f.separate_row AND NOT c.excluded)";
+    std::string unequal =
+        "SELECT count(*) FROM figures t WHERE t.currency IS NULL AND abs(t.FIGURE - " + sum + ") > 0.01";
+    unequal = Replaced(Replaced(unequal, "FIGURE", figure), "FIGURE", figure);
+    EXPECT_EQ(Query(unequal), 0) << figure;
   }
 }
 

@@ -1,11 +1,11 @@
 #include "tests/host/book/BookTestFiles.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 namespace margindesk {
 
