@@ -238,6 +238,7 @@ void ReadPositions(TBook& book, THostContents& contents) {
 }  // namespace
 
 THostContents ReadHostContents(TBook& book) {
+  const TBookSnapshot snapshot(book);
   THostContents contents;
   ReadSettings(book, contents);
   ReadCurrencies(book, contents);
