@@ -209,6 +209,7 @@ TEST_F(Files, AreFetchedSideBySide) {
 TEST_F(Files, OfAnAskerThatIsGoneAreDroppedUnderWayAndAfterTheirArrival) {
   THttpTestServer server({{"/file", HttpAnswer("200 OK", "x")}});
   WriteWholeFile(FSource / "text", "t");
+  FService = std::make_unique<TFileService>(FLoop, TFileLimits{60s, 60s, 1000});
   TAsker gone;
   TAsker other;
   FService->DownloadFile(nullptr, server.Address("/silent"), gone.Handler());

@@ -95,6 +95,17 @@ TEST_F(UiLoop, LetsATimerStopItselfAndItsNeighbourInTheSameTurn) {
   EXPECT_THAT(FLog, ElementsAre("self"));
 }
 
+TEST_F(UiLoop, RunsADueTimerOnceWhenTheOneBeforeItRunsTheLoopItself) {
+  FLoop.StartTimer(10ms, [this] {
+    FLog.push_back("asks");
+    FLoop.RunOnce();
+    FLog.push_back("answered");
+  });
+  FLoop.StartTimer(10ms, [this] { FLog.push_back("neighbour"); });
+  Advance(10ms);
+  EXPECT_THAT(FLog, ElementsAre("asks", "neighbour", "answered"));
+}
+
 TEST(UiLoopOnTheRealClock, WakesForAnotherThreadsPostAndGivesUpAfterItsTimeout) {
   TUiLoop loop;
   std::thread::id ranOn;
