@@ -63,12 +63,13 @@ class TImportingProcess {
 
 class BookCrash : public testing::Test {
  protected:
-  BookCrash() {
+  // Makes the old book, which is small, and the new one with this many positions.
+  void MakeBooks(int positions) {
     TBookTexts large = SmallBookTexts();
-    std::string& positions = large["positions.csv"];
-    for (int i = 0; i < 20000; ++i) {
-      positions += "A1,K" + std::to_string(i) + ",OPT1,-2,0,0,0,1,0,0.25,Y,-2,0,0,0,-2,0,S,0,0," +
-                   std::to_string(i) + "\n";
+    std::string& text = large["positions.csv"];
+    for (int i = 0; i < positions; ++i) {
+      text += "A1,K" + std::to_string(i) + ",OPT1,-2,0,0,0,1,0,0.25,Y,-2,0,0,0,-2,0,S,0,0," +
+              std::to_string(i) + "\n";
     }
     WriteBookTexts(FFolder.Path() / "old", SmallBookTexts());
     WriteBookTexts(FFolder.Path() / "new", large);
@@ -108,11 +109,12 @@ class BookCrash : public testing::Test {
   TTemporaryFolder FFolder;
   TBookTexts FOld;
   TBookTexts FNew;
-  TClock::duration FImportTime;
+  TClock::duration FImportTime{};
 };
 
 TEST_F(BookCrash, AKilledImportLeavesTheOldBookOrTheNewOne) {
   constexpr int kMoments = 8;
+  MakeBooks(10000);
   for (int moment = 0; moment <= kMoments; ++moment) {
     IsNewAfterKill(
         [&](const TImportingProcess&) { std::this_thread::sleep_for(FImportTime * moment / kMoments); });
@@ -120,16 +122,21 @@ TEST_F(BookCrash, AKilledImportLeavesTheOldBookOrTheNewOne) {
 }
 
 TEST_F(BookCrash, AnImportKilledWhileItWritesLeavesTheOldBook) {
+  MakeBooks(50000);
   const std::filesystem::path log = BookFile().string() + "-wal";
-  EXPECT_FALSE(IsNewAfterKill([&](const TImportingProcess&) {
-    // Part of the new rows is on the disk, and the import is not through.
+  const auto waitForRowsOnDisk = [&](const TImportingProcess&) {
     std::error_code error;
     const auto deadline = TClock::now() + std::chrono::seconds(60);
     while (std::filesystem::file_size(log, error) < 500'000 || error) ASSERT_LT(TClock::now(), deadline);
-  }));
+  };
+  // On a busy machine the import may be through before the kill; then it is tried again.
+  bool isNew = true;
+  for (int attempt = 0; isNew && attempt < 10; ++attempt) isNew = IsNewAfterKill(waitForRowsOnDisk);
+  EXPECT_FALSE(isNew);
 }
 
 TEST_F(BookCrash, AnAcknowledgedImportSurvivesTheKill) {
+  MakeBooks(1000);
   bool acknowledged = false;
   EXPECT_TRUE(
       IsNewAfterKill([&](const TImportingProcess& process) { acknowledged = process.Acknowledged(); }));
