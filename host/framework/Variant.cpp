@@ -21,23 +21,19 @@ constexpr double kLargestWrittenOut = 1e21;
 }  // namespace
 
 double TVariant::AsFloat() const {
-  if (const auto* number = std::get_if<double>(&FValue)) return *number;
-  if (const auto* number = std::get_if<std::int32_t>(&FValue)) return *number;
-  if (IsUnassigned()) return 0;
+  if (IsNull()) throw EConvertError("Null is not a number");
   const auto* text = std::get_if<std::string>(&FValue);
-  if (text == nullptr) throw EConvertError("Null is not a number");
+  if (text == nullptr) return AsFloatOr(0);
   double value = 0;
   if (!TryTextToFloat(*text, value)) throw EConvertError("'" + *text + "' is not a number");
   return value;
 }
 
 double TVariant::AsFloatOr(double fallback) const noexcept {
-  if (IsNull()) return fallback;
-  if (const auto* text = std::get_if<std::string>(&FValue)) {
-    TryTextToFloat(*text, fallback);
-    return fallback;
-  }
-  return AsFloat();
+  if (const auto* number = std::get_if<double>(&FValue)) return *number;
+  if (const auto* number = std::get_if<std::int32_t>(&FValue)) return *number;
+  if (const auto* text = std::get_if<std::string>(&FValue)) TryTextToFloat(*text, fallback);
+  return IsUnassigned() ? 0 : fallback;
 }
 
 std::string TVariant::AsText() const {

@@ -60,8 +60,10 @@ TEST(Code, ThreadsThatInternTheSameTextsGetTheSameCodes) {
   {
     std::latch start(codes.size());
     std::vector<std::jthread> threads;
+    threads.reserve(codes.size());
     for (auto& own : codes) {
       threads.emplace_back([&own, &start] {
+        own.reserve(2 * kTexts);
         start.arrive_and_wait();
         for (std::size_t i = 0; i < kTexts; ++i) own.emplace_back("thread" + std::to_string(i));
         for (std::size_t i = 0; i < kTexts; ++i) own.emplace_back("THREAD" + std::to_string(i));

@@ -17,7 +17,7 @@ std::atomic<std::size_t> bytesHeld = 0;
 
 void Free(void* memory) noexcept {
   bytesHeld -= malloc_usable_size(memory);
-  std::free(memory);
+  std::free(memory);  // NOLINT(cppcoreguidelines-no-malloc)
 }
 
 }  // namespace
@@ -25,7 +25,7 @@ void Free(void* memory) noexcept {
 // Of this test program alone: every allocation is counted. Never inlined, or the compiler takes free for the
 // wrong partner of new.
 [[gnu::noinline]] void* operator new(std::size_t size) {
-  void* memory = std::malloc(size);
+  void* memory = std::malloc(size);  // NOLINT(cppcoreguidelines-no-malloc)
   if (memory == nullptr) throw std::bad_alloc();
   ++allocationCount;
   bytesHeld += malloc_usable_size(memory);
@@ -77,6 +77,7 @@ TEST_F(HandlerAllocation, APassOfAListThatHasRunBeforeAllocatesNothing) {
 
 TEST_F(HandlerAllocation, WhatEndsLeavesNoMemoryBehindDuringAPassOrOutsideOne) {
   std::vector<TCode> symbols;
+  symbols.reserve(303);
   for (int i = 0; i < 303; ++i) symbols.emplace_back(std::to_string(i));
   std::size_t next = 0;
   const auto comeAndGo = [&] {  // three more symbols each time

@@ -35,9 +35,10 @@ struct TOnce {
 
 template <class T>
 class HandlerListPromises : public testing::Test {
- protected:
+ public:
   ~HandlerListPromises() override { SetHandlerFaultSink(FSinkBefore); }
 
+ protected:
   void Notify() { FSubject->Notify(nullptr, nullptr); }
   auto& List() { return FSubject->FList; }
 

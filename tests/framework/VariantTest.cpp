@@ -56,7 +56,7 @@ TEST(NumberText, IsWrittenOutWhereAPersonWouldAndReadsBackTheSame) {
 
   std::mt19937_64 random(1);
   for (int i = 0; i < 100000; ++i) {
-    const double value = std::bit_cast<double>(random());
+    const auto value = std::bit_cast<double>(random());
     double read = 0;
     if (!std::isfinite(value)) continue;
     ASSERT_TRUE(TryTextToFloat(FloatToText(value), read)) << FloatToText(value);
@@ -84,7 +84,7 @@ TEST(NumberText, TakesAWholeDecimalNumberAndNothingElse) {
 
 // A process whose locale writes decimal commas and groups digits.
 class NumberTextUnderAForeignLocale : public testing::Test {
- protected:
+ public:
   struct TCommas : std::numpunct<char> {
     char do_decimal_point() const override { return ','; }
     char do_thousands_sep() const override { return '.'; }

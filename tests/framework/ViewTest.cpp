@@ -15,11 +15,11 @@ class TFullFrame : public TViewFrame {
  public:
   explicit TFullFrame(std::vector<std::string>& log, std::string name) : TViewFrame(nullptr), FLog(log) {
     SetComponentName(std::move(name));
-    for (int i = 0; i < 2; ++i) FButtons.push_back(new TCaptionButton(this));
+    for (int i = 0; i < 2; ++i) FButtons.emplace_back(new TCaptionButton(this));
     FButtons[1]->FOnClickObject = this;
     FButtons[1]->FOnClick = [](void* object, void* sender) {
       auto* self = static_cast<TFullFrame*>(object);
-      self->FLog.push_back(sender == self->FButtons[1] ? "click" : "click from a stranger");
+      self->FLog.emplace_back(sender == self->FButtons[1] ? "click" : "click from a stranger");
       if (const auto action = self->FOnGoing) action();
     };
   }
@@ -83,8 +83,8 @@ TEST_F(View, ClosesItsFramesInTheReverseOrderOfOpeningWhenItGoes) {
   const TViewHandle third = Open("third");
   // A frame that goes finds its own handle unknown already, and may still ask for the others.
   static_cast<TFullFrame*>(FView->FindFrame(third))->FOnGoing = [this, first, third, view = FView.get()] {
-    FLog.push_back(view->ContainView(third) ? "still there" : "forgotten");
-    FLog.push_back(view->ContainView(first) ? "first open" : "first closed");
+    FLog.emplace_back(view->ContainView(third) ? "still there" : "forgotten");
+    FLog.emplace_back(view->ContainView(first) ? "first open" : "first closed");
   };
   FView.reset();
   EXPECT_THAT(FLog, ElementsAre("gone third", "forgotten", "first open", "gone second", "gone first"));
