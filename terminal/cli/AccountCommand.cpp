@@ -26,7 +26,7 @@ constexpr std::int32_t kStatusSellOnly = 2048;
 void TAccountCommand::AddOptions(CLI::App& app) {
   app.add_option("ACCOUNT", FAccount, "The account's identifier")->required();
   app.add_option("--columns", FColumns,
-                 "The figures to show, as column keys (TradingLimit,MarginLevel,...), or all of them\n"
+                 "The figures to show: column keys, as TradingLimit,MarginLevel\n"
                  "(default: the configured ones)")
       ->option_text("KEY,...|all");
   app.add_option("--convert", FConvert, "Show totals in this currency (default: the base currency)")
@@ -34,8 +34,9 @@ void TAccountCommand::AddOptions(CLI::App& app) {
   app.add_option("--filter", FFilter, "Show this currency alone")->option_text("CUR");
   app.add_flag("--aggregate", FAggregate, "Show a master account together with its sub-accounts");
   app.add_option("--layout", FLayout,
-                 "3: a field's total, and under it the currencies that it covers; 2: every currency\n"
-                 "a row of its own (default: 3, unless AcctInfoShow3LvInfo is configured as N)")
+                 "3: the currencies stand under the total that holds them;\n"
+                 "2: every currency is a row of its own\n"
+                 "(default: 3, or 2 where AcctInfoShow3LvInfo is configured as N)")
       ->option_text("3|2")
       ->check(CLI::IsMember({"3", "2"}));
   FFormat.AddTo(app);
@@ -75,7 +76,7 @@ int TAccountCommand::Run(TSession& session, std::ostream& out) {
   view.FConvert = FConvert.empty() ? view.FBase : FindCurrency(FConvert);
   if (!FFilter.empty()) view.FFilter = FindCurrency(FFilter);
   view.FAggregated = FAggregate;
-  const TColumnList columns = FColumns.empty() ? MakeConfiguredColumns(account) : MakeNamedColumns(FColumns);
+  const TColumnList columns = FColumns ? MakeNamedColumns(*FColumns) : MakeConfiguredColumns(account);
 
   const auto control = CreateAccountTreeControl(IsThreeLevels());
   control->SetColumnList(columns);

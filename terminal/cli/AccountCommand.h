@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,9 +23,9 @@ class TAccountCommand : public TCommand {
   std::vector<std::string> GetFlags(const TCustomAccount& account) const;
 
   std::string FAccount;
-  std::string FColumns;  // empty: the configured ones
-  std::string FConvert;  // empty: the base currency
-  std::string FFilter;   // empty: every currency
+  std::optional<std::string> FColumns;  // none: the configured ones
+  std::string FConvert;                 // empty: the base currency
+  std::string FFilter;                  // empty: every currency
   bool FAggregate = false;
   std::string FLayout;  // empty: the configured one
   TFormatOption FFormat;

@@ -28,8 +28,6 @@ TCode FindCurrency(const std::string& currency) {
   throw TCliError("unknown currency " + QuotedForMessage(currency) + "; the book has " + known);
 }
 
-std::string GetAccountName(const TCustomAccount& account) {
-  return account.GetDataString(kFieldAccountName);
-}
+std::string GetAccountName(const TCustomAccount& account) { return account.GetDataString(kFieldAccountName); }
 
 }  // namespace margindesk

@@ -38,9 +38,9 @@ std::string MakeHeading(const TAccountView& view) {
 }
 
 std::string MakeCurrencyLine(const TAccountView& view) {
-  const std::string& base =
-      TCustomLanguageManager::GetInstance().GetLanguageText("Host", "AccountTree_Base");
-  const std::string& filter = view.FFilter.IsEmpty() ? GetResourceText("Res_Filter_All") : view.FFilter.Text();
+  const std::string& base = TCustomLanguageManager::GetInstance().GetLanguageText("Host", "AccountTree_Base");
+  const std::string& filter =
+      view.FFilter.IsEmpty() ? GetResourceText("Res_Filter_All") : view.FFilter.Text();
   std::string line = base;
   line.append(": ").append(view.FBase.Text());
   line.append("  ").append(GetResourceText("Res_Convert")).append(": ").append(view.FConvert.Text());

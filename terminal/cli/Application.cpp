@@ -1,9 +1,13 @@
 #include "terminal/cli/Application.h"
 
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
+#include <locale>
 #include <map>
+#include <optional>
 #include <sstream>
+
+#include <CLI/CLI.hpp>
 
 #include "host/book/BookError.h"
 #include "host/services/ConfigStore.h"
@@ -19,9 +23,9 @@ namespace margindesk {
 namespace {
 
 // The first words of commands that have two.
-constexpr std::pair<std::string_view, std::string_view> kGroups[] = {
-    {"config", "Read and change the configuration"},
+const std::map<std::string, std::string_view, std::less<>> kGroups = {
     {"book", "Bring a back-office book in and out, and check it"},
+    {"config", "Read and change the configuration"},
 };
 
 // The command line as the parser knows it, with a parser for each command.
@@ -35,20 +39,23 @@ class TCommandLine {
     FApp.add_option("--lang", FLanguage, "The language of captions (default: ENG)")
         ->option_text("ENG|CHS|ZHH")
         ->check(CLI::IsMember({"ENG", "CHS", "ZHH"}, CLI::ignore_case));
-    FApp.footer(
-        "The user's own book lies in $XDG_DATA_HOME/margindesk (~/.local/share/margindesk), the\n"
-        "configuration in $XDG_CONFIG_HOME/margindesk (~/.config/margindesk). The first command makes\n"
-        "the book from the demo book. \"margindesk COMMAND --help\" tells more of a command.");
+    const auto formatter = FApp.get_formatter();
+    formatter->label("SUBCOMMAND", "COMMAND");
+    formatter->label("Subcommands", "Commands");
+    formatter->label("Positionals", "Arguments");
+    formatter->label("TEXT", "");
+    formatter->label("REQUIRED", "");
     FApp.require_subcommand(0, 1);
-    for (const auto& [name, help] : kGroups) {
-      AddApp(FApp, std::string(name), std::string(help)).require_subcommand(0, 1);
-    }
     for (const auto& command : FCommands) AddCommand(*command);
+    FApp.footer(
+        "The user's own book is $XDG_DATA_HOME/margindesk/book.db (~/.local/share/...), made from the\n"
+        "demo book when it is first used; the configuration is $XDG_CONFIG_HOME/margindesk/config.db\n"
+        "(~/.config/...). \"margindesk COMMAND --help\" tells more of a command.");
   }
 
   // Throws what the parser throws; help and version are such throws too.
   void Parse(std::vector<std::string> arguments) {
-    std::reverse(arguments.begin(), arguments.end());
+    std::ranges::reverse(arguments);
     FApp.parse(std::move(arguments));
   }
 
@@ -60,21 +67,23 @@ class TCommandLine {
     return found == FByApp.end() ? nullptr : found->second;
   }
 
-  // What stands in the place of a command and is none.
+  // What is wrong with the words that no command took, or with there being none.
   std::string GetComplaint() const {
     const std::vector<std::string> words = FApp.remaining(true);
     const auto groups = FApp.get_subcommands();
     const std::string group = groups.empty() ? "" : groups.front()->get_name() + " ";
-    if (words.empty()) return "no command given; \"margindesk " + group + "--help\" lists them";
-    if (words.front().starts_with('-')) return "unknown option " + QuotedForMessage(words.front());
-    return "unknown command " + QuotedForMessage(group + words.front()) + "; \"margindesk " + group +
-           "--help\" lists them";
+    const std::string hint = "; see \"margindesk " + group + "--help\"";
+    if (words.empty()) return "no command given" + hint;
+    const std::string& word = words.front();
+    if (word.starts_with('-')) return "unknown option " + QuotedForMessage(word) + hint;
+    if (GetCalled() != nullptr) return "unexpected argument " + QuotedForMessage(word) + hint;
+    return "unknown command " + QuotedForMessage(group + word) + hint;
   }
 
   TSessionOptions GetSessionOptions() const {
     TSessionOptions options;
-    if (!FBook.empty()) options.FBook = FBook;
-    if (!FConfig.empty()) options.FConfig = FConfig;
+    options.FBook = GetFile(FBook, "--book");
+    options.FConfig = GetFile(FConfig, "--config");
     options.FLanguage = FindLanguage(FLanguage).value_or(kLanguageEnglish);
     return options;
   }
@@ -82,27 +91,40 @@ class TCommandLine {
   CLI::App& App() noexcept { return FApp; }
 
  private:
-  static CLI::App& AddApp(CLI::App& parent, const std::string& name, const std::string& help) {
-    CLI::App* app = parent.add_subcommand(name, help);
+  // An empty name is most likely a script's variable that was not set, not a wish for the user's own file.
+  static std::optional<std::filesystem::path> GetFile(const std::optional<std::string>& name,
+                                                      const std::string& option) {
+    if (name && name->empty()) throw TCliError(option + " names no file");
+    return name;
+  }
+
+  static CLI::App& AddApp(CLI::App& parent, const std::string& name, std::string_view help) {
+    CLI::App* app = parent.add_subcommand(name, std::string(help));
     app->fallthrough();  // the options before the command may stand after it, too
     return *app;
+  }
+
+  CLI::App& GetGroup(const std::string& name) {
+    CLI::App*& group = FGroups[name];
+    if (group == nullptr) group = AddApp(FApp, name, kGroups.at(name)).require_subcommand(0, 1);
+    return *group;
   }
 
   void AddCommand(TCommand& command) {
     const std::string name(command.GetName());
     const std::size_t blank = name.find(' ');
-    CLI::App& parent = blank == std::string::npos ? FApp : *FApp.get_subcommand(name.substr(0, blank));
-    CLI::App& app = AddApp(parent, blank == std::string::npos ? name : name.substr(blank + 1),
-                           std::string(command.GetHelp()));
+    CLI::App& parent = blank == std::string::npos ? FApp : GetGroup(name.substr(0, blank));
+    CLI::App& app = AddApp(parent, name.substr(blank + 1), command.GetHelp());  // npos + 1 is the beginning
     command.AddOptions(app);
     FByApp[&app] = &command;
   }
 
   std::vector<std::unique_ptr<TCommand>> FCommands;
-  std::string FBook;
-  std::string FConfig;
+  std::optional<std::string> FBook;
+  std::optional<std::string> FConfig;
   std::string FLanguage = "ENG";
   CLI::App FApp{"Margin accounts from a back-office book: figures per currency and in total.", "margindesk"};
+  std::map<std::string, CLI::App*> FGroups;
   std::map<const CLI::App*, TCommand*> FByApp;
 };
 
@@ -134,8 +156,7 @@ int Dispatch(const std::vector<std::string>& arguments, TTerminal& terminal) {
     return kExitFine;
   } catch (const CLI::ParseError& error) {
     const bool extra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-    if (extra && line.GetCalled() == nullptr) throw TCliError(line.GetComplaint());
-    throw TCliError(error.what());
+    throw TCliError(extra ? line.GetComplaint() : error.what());
   }
   TCommand* command = line.GetCalled();
   if (command == nullptr) throw TCliError(line.GetComplaint());

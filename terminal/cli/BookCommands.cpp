@@ -55,7 +55,8 @@ void TBookExportCommand::AddOptions(CLI::App& app) {
 int TBookExportCommand::Run(TSession& session, std::ostream& out) {
   TBook& book = session.Book();
   book.Export(FDirectory);
-  out << "exported the book " << MakeOneLine(session.GetBookFile().string()) << ": " << CountRows(book) << '\n';
+  out << "exported the book " << MakeOneLine(session.GetBookFile().string()) << ": " << CountRows(book)
+      << '\n';
   return kExitFine;
 }
 
@@ -64,7 +65,8 @@ int TBookCheckCommand::Run(TSession& session, std::ostream& out) {
   const std::vector<TBookFinding> findings = book.Check();
   for (const TBookFinding& finding : findings) out << MakeOneLine(finding.Text()) << '\n';
   if (!findings.empty()) return kExitFault;
-  out << "the book " << MakeOneLine(session.GetBookFile().string()) << " is sound: " << CountRows(book) << '\n';
+  out << "the book " << MakeOneLine(session.GetBookFile().string()) << " is sound: " << CountRows(book)
+      << '\n';
   return kExitFine;
 }
 

@@ -10,9 +10,7 @@ namespace margindesk {
 class TBookImportCommand : public TCommand {
  public:
   std::string_view GetName() const override { return "book import"; }
-  std::string_view GetHelp() const override {
-    return "Replace the book's contents by the CSV files of a directory, or make the book of them";
-  }
+  std::string_view GetHelp() const override { return "Replace the book by the CSV files of a directory"; }
   void AddOptions(CLI::App& app) override;
   int Run(TSession& session, std::ostream& out) override;
 
@@ -37,7 +35,7 @@ class TBookCheckCommand : public TCommand {
  public:
   std::string_view GetName() const override { return "book check"; }
   std::string_view GetHelp() const override {
-    return "Look the stored book through; what is wrong with it is listed, and the exit code is 1";
+    return "List what is wrong with the book; exit code 1 if anything is";
   }
   void AddOptions(CLI::App& /*app*/) override {}
   int Run(TSession& session, std::ostream& out) override;

@@ -1,10 +1,10 @@
 #include "terminal/cli/BookFile.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <string>
 #include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "host/book/Book.h"
 #include "terminal/cli/CliError.h"

@@ -1,7 +1,8 @@
 #include "terminal/cli/ConfigCommands.h"
 
-#include <CLI/CLI.hpp>
 #include <map>
+
+#include <CLI/CLI.hpp>
 
 #include "host/services/ConfigManager.h"
 #include "host/services/ConfigStore.h"
@@ -65,10 +66,10 @@ int TConfigSetCommand::Run(TSession& session, std::ostream& /*out*/) {
 int TConfigListCommand::Run(TSession& session, std::ostream& out) {
   std::map<std::string, std::map<std::string, std::string>> sections;
   if (const fs::path file = session.GetConfigFile(); fs::exists(file)) {
-    TConfigStore(file).ReadAll([&sections](std::string_view section, std::string_view key,
-                                           std::string_view value) {
-      sections[std::string(section)][std::string(key)] = value;
-    });
+    TConfigStore(file).ReadAll(
+        [&sections](std::string_view section, std::string_view key, std::string_view value) {
+          sections[std::string(section)][std::string(key)] = value;
+        });
   }
   for (const auto& [section, values] : sections) {
     if (section != sections.begin()->first) out << '\n';

@@ -61,8 +61,8 @@ constexpr auto kWide = std::to_array<TRange>({
 
 template <std::size_t N>
 bool IsIn(const std::array<TRange, N>& ranges, char32_t character) {
-  const auto range =
-      std::ranges::lower_bound(ranges, character, {}, [](const TRange& candidate) { return candidate.FLast; });
+  const auto range = std::ranges::lower_bound(ranges, character, {},
+                                              [](const TRange& candidate) { return candidate.FLast; });
   return range != ranges.end() && range->FFirst <= character;
 }
 

@@ -1,7 +1,8 @@
 #include "terminal/cli/PositionsCommand.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
+
+#include <CLI/CLI.hpp>
 
 #include "model/contract/PositionAdapter.h"
 #include "terminal/cli/AccountLookup.h"

@@ -30,8 +30,8 @@ class TSession {
   std::filesystem::path GetBookFile() const;
   std::filesystem::path GetConfigFile() const;
 
-  // The book. The user's own is made from the demo book when it is not there, which is told on standard error;
-  // one that was named has to be there. Throws TCliError and TBookError.
+  // The book. The user's own is made from the demo book when it is not there, which is told on standard
+  // error; one that was named has to be there. Throws TCliError and TBookError.
   TBook& Book();
 
   // The host over the book and the configuration, in the language asked for. A configuration that is not

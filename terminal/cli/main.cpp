@@ -1,10 +1,10 @@
-#include <unistd.h>
-
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include "terminal/cli/Application.h"
 
@@ -28,5 +28,6 @@ int main(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
   std::ios::sync_with_stdio(false);
   margindesk::TTerminal terminal{std::cout, std::cerr, &ReadEnvironment, ShowsColours()};
-  return margindesk::RunApplication(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc), terminal);
+  return margindesk::RunApplication(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
+                                    terminal);
 }
