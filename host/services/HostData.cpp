@@ -30,8 +30,8 @@ const std::vector<TCode>& THostData::GetHolders(TCode symbol) {
   THolders& holders = FHolders.Make(symbol);
   if (std::exchange(holders.FMayRepeat, false)) {
     std::ranges::sort(holders.FAccounts, {}, &TCode::Number);
-    const auto repeated = std::ranges::unique(holders.FAccounts);
-    holders.FAccounts.erase(repeated.begin(), repeated.end());
+    holders.FAccounts.erase(std::unique(holders.FAccounts.begin(), holders.FAccounts.end()),
+                            holders.FAccounts.end());
   }
   return holders.FAccounts;
 }
