@@ -154,10 +154,7 @@ void TIBaseView::AddNewShortcut(const std::string& text, std::int32_t action) {
 TFrame* TIBaseView::FindFrame(TViewHandle handle) const noexcept { return FindFrameOf(FFrames, handle); }
 
 TViewHandle TIBaseView::FindHandle(const TFrame* frame) const noexcept {
-  for (const auto& [handle, known] : FFrames) {
-    if (known.get() == frame) return handle;
-  }
-  return 0;
+  return FindHandleOf(FFrames, frame);
 }
 
 std::vector<TViewHandle> TIBaseView::GetHandles() const {

@@ -18,6 +18,13 @@ TFrame* FindFrameOf(const TFrameMap& frames, TViewHandle handle) noexcept {
   return found == frames.end() ? nullptr : found->second.get();
 }
 
+TViewHandle FindHandleOf(const TFrameMap& frames, const TFrame* frame) noexcept {
+  for (const auto& [handle, known] : frames) {
+    if (known.get() == frame) return handle;
+  }
+  return 0;
+}
+
 void CloseFrame(TFrameMap& frames, TViewHandle handle) { frames.extract(handle); }
 
 void CloseAllFrames(TFrameMap& frames) {

@@ -51,6 +51,10 @@ TViewHandle TIBasePreferenceView::AddView(std::unique_ptr<TFrame> frame) {
   return AddFrame(FFrames, std::move(frame));
 }
 
+TViewHandle TIBasePreferenceView::FindHandle(const TFrame* frame) const noexcept {
+  return FindHandleOf(FFrames, frame);
+}
+
 TPreferenceFrame* TIBasePreferenceView::FindPage(TViewHandle handle) const noexcept {
   return dynamic_cast<TPreferenceFrame*>(FindFrameOf(FFrames, handle));
 }

@@ -39,7 +39,7 @@ const std::string& TLanguageManager::GetLanguageText(std::string_view section, s
                                                      const std::string* defaultText) const {
   const std::string* text = File(IsLanguage(mode) ? mode : FCurrent).Text(section, key);
   if (text != nullptr) return *text;
-  if (section == Const_ResourceStringTag || section == Const_ErrorCodeTag) {
+  if (section == Const_ResourceStringTag || section == Const_ErrorCodeTag || section == "Currency") {
     const auto known = FMissingKeys.find(key);
     return known != FMissingKeys.end() ? *known : *FMissingKeys.emplace(key).first;
   }

@@ -21,8 +21,9 @@ class TCustomAccountAdapter : public TService<TCustomAccountAdapter> {
   virtual void RegisterMonitorInfoListener(TCode account, THandler handler, const void* owner,
                                            TCode previousAccount = TCode()) = 0;
   virtual void UnregisterMonitorInfoListener(TCode account, const void* owner) = 0;
-  // Says that the account's online status is wanted, or not any more. Updates arrive as account loads. Ending
-  // what was never begun does nothing, and never ends another view's updates.
+  // A hint that the account's online status is wanted, or not any more, so that the host may ask for it.
+  // Updates arrive as account loads. There is no owner here: a host must not let one view's end stop another
+  // view's updates.
   virtual void SubscribeAccountOnlineStatus(TCode account) = 0;
   virtual void UnsubscribeAccountOnlineStatus(TCode account) = 0;
   // Simulated-account updates; an empty new account only ends the previous one. data: TAccountMap*.

@@ -95,7 +95,7 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   virtual void MultiCurrencyInfoUpdate(void* sender, void* data);
   virtual void CurrencyListUpdate(void* sender, void* data);
   virtual void CurrencyRatioUpdate(void* sender, void* data);
-  virtual std::string GetResourceHeader(std::int32_t field);
+  virtual std::string GetResourceHeader(std::int32_t field);  // the caption; "" for a field that is no column
   // One field of one currency, unassigned when there is no data or the record does not hold it.
   virtual TVariant GetAccountCurrencyData(const TCustomAccountData* data, std::int32_t field);
   // flag: show a figure of one currency in the conversion currency; the total row is always shown in it.
@@ -106,15 +106,21 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   // The field summed over the master's data and that of each sub-account in the same currency.
   virtual TVariant GetAggregatedAccountCurrencyData(const TCustomAccountData* data, std::int32_t field);
   virtual void InitAggregateAccountList();  // refills the sub-account map
+  // Whether the accounts hold a sub-account of the group that is shown.
   virtual bool IsSubAccountUpdate(const TAccountMap& accounts);
+  // The account is shown from its side of China Connect while that is on and the filter currency is CNY.
   virtual void UpdateChinaConnectFlag();
   virtual void SetFilterCurr(TCode currency);  // empty: every currency
+  // The average price of a position, in the product's currency. False leaves `price` alone: it has none.
   virtual bool GetAvgPrice(const TCustomPositionData& position, double& price);
-  virtual double GetPL(const TCustomPositionData& position);  // from prices, in the product's currency
+  // Profit and loss from prices, in the product's currency; 0 where a price is missing.
+  virtual double GetPL(const TCustomPositionData& position);
+  // The price it is reckoned at: the middle one of bid, last and ask while the exchange trades, else the last
+  // price, else the previous close; 0 for none.
   virtual double GetPLPrice(const TCustomPositionData& position);
-  virtual bool IsMarketOpen(TCode exchange);
-  virtual double GetMiddleOne(double a, double b, double c);
-  virtual void SetAggregate();  // toggles the aggregate flag
+  virtual bool IsMarketOpen(TCode exchange);                  // whether the exchange trades now
+  virtual double GetMiddleOne(double a, double b, double c);  // neither the largest nor the smallest
+  virtual void SetAggregate();                                // toggles the aggregate flag
 
   TCode GetAccount() const noexcept { return FAccount; }
   TCode GetConvertCurrency() const noexcept { return FConvertCurrency; }
@@ -148,11 +154,13 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   TCode FAccount;
   TCode FFilterCurrency;
   TCode FConvertCurrency;
-  bool FAggregate = false;
-  bool FChinaConnect = false;
-  std::int32_t FCurrencyCount = 0;
-  TAccountMap FSubAccounts;
-  std::vector<const TColumnInfo*> FColumns;
+  bool FAggregate = false;          // the sub-accounts of a master account are summed with it
+  bool FChinaConnect = false;       // the account is shown from its side of the exchange link
+  std::int32_t FCurrencyCount = 0;  // of the account, when its rows were built
+  TAccountMap FSubAccounts;         // empty while not aggregated
+  std::vector<const TColumnInfo*>
+      FColumns;  // borrowed, in list order
+                 // Nodes by field, and by MakeNodeKey of field and currency; the node list owns them all.
   std::unordered_map<std::int32_t, TAccountDataNode*> FAttributeNodes;
   std::unordered_map<std::string, TAccountDataValueNode*> FValueNodes;
   std::unordered_map<std::string, TConvertAccountDataValueNode*> FConvertNodes;

@@ -50,6 +50,7 @@ class TCustomTreeDataControl : public TBaseDataControl {
   using TBaseDataControl::GetDisplayValue;
   using TBaseDataControl::GetValue;
 
+  // Nodes last until the rows are built anew: the columns are set, or the account changes or is loaded again.
   virtual TDataNode* GetParentNode(TDataNode* node) = 0;  // null for a row of the first level
   virtual TDataNode* GetNode(std::int32_t index) = 0;     // of the node list; null out of range
   virtual TDataNode* GetChildNode(TDataNode* node, std::int32_t index) = 0;  // of the root for null

@@ -21,7 +21,7 @@ using TViewHandle = std::int64_t;
 
 enum class TDockPosition { None, Left, Top, Right, Bottom, Client };
 
-// A button in a view's caption bar. The frame's list owns it.
+// A button in a view's caption bar. It belongs to its frame; the lists that are handed to the host borrow it.
 class TCaptionButton : public TComponent {
  public:
   explicit TCaptionButton(TComponent* owner) : TComponent(owner) {}
@@ -165,6 +165,8 @@ class TIBasePreferenceView : public TComponent {
 
   TViewHandle AddView(std::unique_ptr<TFrame> frame);
 
+  TViewHandle FindHandle(const TFrame* frame) const noexcept;  // 0 when unknown
+
  protected:
   const std::map<TViewHandle, std::unique_ptr<TFrame>>& GetFrames() const noexcept { return FFrames; }
 
@@ -175,11 +177,13 @@ class TIBasePreferenceView : public TComponent {
 };
 
 // Opens another view of the host (kView... in Constdef.h) with a data object that the host reads during the
-// call. False: the host has no such view.
+// call. number is 0; flag1 false and flag2 true: not as a dialog, and shown at once. False: the host has no
+// such view.
 bool OpenCustomView(void* sender, std::int32_t viewID, std::int32_t number, const TBaseData* data, bool flag1,
                     bool flag2);
 
-// Tells the host that a view's state changed (kViewAccountChanged, kViewLayoutChanged).
+// Tells the host that a view's state changed (kViewAccountChanged, kViewLayoutChanged). A frame may send it
+// before it has a handle; there is nothing to update then.
 void SendViewNotify(TFrame* view, std::int32_t code);
 
 }  // namespace margindesk

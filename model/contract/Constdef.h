@@ -43,6 +43,20 @@ inline constexpr std::int32_t kPositionSellAveragePrice = 5103;
 
 inline constexpr std::int32_t kItemReady = 1;  // TCustomSubItem::GetStatus
 
+// The service name of the reference data of a symbol (TCustomSubscribeAdapter::GetSubItem).
+inline constexpr std::string_view kReferenceService = "PRCDDS";
+
+// Product type codes (kItemProductType) that have rules of their own.
+inline constexpr std::int32_t kProductTypeBond = 6;
+inline constexpr std::int32_t kProductTypeFund = 10;
+
+// Sides and statuses of a client order.
+inline constexpr std::int32_t kSideBuy = 0;
+inline constexpr std::int32_t kSideSell = 1;
+inline constexpr std::int32_t kStatusNotGiven = 0;
+inline constexpr std::int32_t kStatusPending = 1;
+inline constexpr std::int32_t kStatusCompleted = 3;
+
 // Channels and channel messages.
 inline constexpr std::int32_t kChannelLinkedAccount = 10;  // a position's account, to linked views
 inline constexpr std::int32_t kChannelMainFormShown = 104;

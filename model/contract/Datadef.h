@@ -9,6 +9,7 @@
 
 namespace margindesk {
 
+class TComponent;
 class TControl;
 class TCustomDataControl;
 
@@ -23,7 +24,8 @@ struct TOrderTakeActionRecord {
   bool FResult = false;      // set by the host when the user confirms
 };
 
-// kMessageCustomColumns: the columns of a view and which of them are shown.
+// kMessageCustomColumns: the columns of a view and which of them are shown. The host calls FCallback, once or
+// not at all, before the message returns.
 struct TCustomColumnRecord {
   std::vector<std::string> FAllCaptions;         // in list order
   std::vector<std::string> FVisibleCaptions;     // in list order
@@ -37,10 +39,11 @@ struct TCustomColumnResult {
   std::vector<std::string> FVisible;  // those to be shown
 };
 
-// kMessageSymbolList: the host makes its symbol list panel.
+// kMessageSymbolList: the host makes its symbol list panel. FSelect is called for as long as the panel lives.
 struct TSymbolListRecord {
   THandler FSelect;              // data: TCustomMarketData* of the chosen symbol, or null
-  TControl* FControl = nullptr;  // answered by the host, which owns it
+  TComponent* FOwner = nullptr;  // the frame that asks: the panel belongs to it and goes with it
+  TControl* FControl = nullptr;  // answered by the host
 };
 
 // kMessageMoreInfo: the account's more-information page.

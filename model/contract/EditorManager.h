@@ -23,7 +23,8 @@ class TEditorManager : public TService<TEditorManager> {
   virtual void SetGridColumnLayout(TGridTableView& view, std::string_view layout,
                                    const TColumnList& columns) = 0;
   // Makes an edit an account box of a group: boxes of one group (not the empty one) follow each other's
-  // account. Registering again moves it to the new group.
+  // account. Registering again moves it to the new group. flag1 is false and flag2 true: the box is not
+  // read-only, and what is typed into it is looked up.
   virtual void RegisterAccountEditor(TAccountEdit& edit, std::string_view groupID, bool flag1,
                                      bool flag2) = 0;
   virtual void RemoveAccountEditor(TAccountEdit& edit) = 0;

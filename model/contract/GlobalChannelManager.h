@@ -11,7 +11,7 @@ namespace margindesk {
 // What a channel's handlers are given as data.
 struct TChannelData {
   std::int32_t FChannel = 0;
-  std::string_view FText;
+  std::string_view FText;  // valid during the call alone
   void* FObject = nullptr;
   std::int64_t FValue = 0;
 };

@@ -16,8 +16,8 @@ inline constexpr std::int32_t kLanguageTraditionalChinese = 2;
 // The texts of the current language. References stay valid until the language changes.
 class TCustomLanguageManager : public TService<TCustomLanguageManager> {
  public:
-  // The text of a key in a section (Const_ResourceStringTag for resource keys). A missing resource key or
-  // error code gives the key itself, so that the gap is seen; a missing key of any other section gives
+  // The text of a key in a section (Const_ResourceStringTag for resource keys). A missing resource key, error
+  // code or currency gives the key itself, so that the gap is seen; a missing key of any other section gives
   // `defaultText`, or "". mode 3 asks for the current language; number is 0.
   virtual const std::string& GetLanguageText(std::string_view section, std::string_view key,
                                              std::int32_t mode = 3, std::int32_t number = 0,

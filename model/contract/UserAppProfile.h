@@ -17,7 +17,8 @@ class TCustomUserAppProfile : public TService<TCustomUserAppProfile> {
   virtual TCode GetDefaultAccount() const = 0;
   virtual std::int32_t GetUserType() const = 0;  // 2: a client who sees accounts of his own
   virtual bool GetUserTypeFlag() const = 0;      // such a client may choose among several accounts
-  // Fills the list with the exchanges whose trading periods are shown. False: not known.
+  // Replaces the list by the exchanges whose trading periods are shown. False, and an empty list: there are
+  // none.
   virtual bool GetPeriodExchangeList(std::vector<TCode>& exchanges) const = 0;
 };
 

@@ -51,9 +51,10 @@ TEST_F(Languages, ShowTheKeyWhereAResourceOrErrorHasNoTextAndTheDefaultElsewhere
   EXPECT_EQ(shown, "Res_NotThere");
   EXPECT_EQ(languages.GetLanguageText(Const_ErrorCodeTag, "DC7"), "DC7");
   EXPECT_EQ(languages.GetLanguageText(Const_ResourceStringTag, "Res_None"), "");
-  EXPECT_EQ(languages.GetLanguageText("Currency", "XXX"), "");
+  EXPECT_EQ(languages.GetLanguageText("Currency", "XXX"), "XXX");
+  EXPECT_EQ(languages.GetLanguageText("RPQLevel", "9"), "");
   const std::string fallback = "?";
-  EXPECT_EQ(languages.GetLanguageText("Currency", "XXX", 3, 0, &fallback), "?");
+  EXPECT_EQ(languages.GetLanguageText("RPQLevel", "9", 3, 0, &fallback), "?");
   EXPECT_EQ(languages.GetLanguageText("Currency", "HKD", 3, 0, &fallback), "Dollar");
 }
 
