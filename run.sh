@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Sets up what is missing, builds MarginDesk and runs its command line with the arguments given; without any, shows
-# the demo book's master account. Standard output is the command's own.
+# a master account of the demo book. Standard output is the command's own.
 set -euo pipefail
 
-DEMO_ACCOUNT=M10001
+# A master account with its sub-accounts, in five currencies.
+DEMO=(account M20001 --aggregate --columns PL,I.Margin,MarginLevel)
 TARGETS=(margindesk)
 
 # shellcheck source=tools/setup.sh
@@ -13,6 +14,6 @@ need build
 build release "${TARGETS[@]}"
 
 if [[ $# -eq 0 ]]; then
-  set -- account "$DEMO_ACCOUNT"
+  set -- "${DEMO[@]}"
 fi
 exec "$root/build/release/terminal/cli/margindesk" "$@"

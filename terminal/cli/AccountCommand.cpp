@@ -18,8 +18,9 @@ namespace margindesk {
 
 namespace {
 
-constexpr std::int32_t kStatusSuspended = 1024;
-constexpr std::int32_t kStatusSellOnly = 2048;
+// Bits of TCustomAccount::GetStatusFlags.
+constexpr std::int32_t kAccountSuspended = 1024;
+constexpr std::int32_t kAccountSellOnly = 2048;
 
 }  // namespace
 
@@ -57,8 +58,8 @@ std::vector<std::string> TAccountCommand::GetFlags(const TCustomAccount& account
                                         : "Res_Aggregate_NonCrossOut"));
   }
   const std::int32_t status = account.GetStatusFlags();
-  if ((status & kStatusSuspended) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Suspend"));
-  if ((status & kStatusSellOnly) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Sell"));
+  if ((status & kAccountSuspended) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Suspend"));
+  if ((status & kAccountSellOnly) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Sell"));
   return flags;
 }
 

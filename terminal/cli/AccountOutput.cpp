@@ -23,9 +23,7 @@ struct TLine {
 
 void AddLines(const std::vector<TAccountTreeRow>& rows, std::size_t level, std::vector<TLine>& lines) {
   for (const TAccountTreeRow& row : rows) {
-    // A currency without a name in this language is known by its code.
-    const std::string& caption = row.FCaption.empty() ? row.FCurrency.Text() : row.FCaption;
-    lines.push_back({std::string(2 * level, ' ') + MakeOneLine(caption), MakeOneLine(row.FText)});
+    lines.push_back({std::string(2 * level, ' ') + MakeOneLine(row.FCaption), MakeOneLine(row.FText)});
     AddLines(row.FChildren, level + 1, lines);
   }
 }

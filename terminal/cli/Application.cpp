@@ -41,7 +41,6 @@ class TCommandLine {
         ->check(CLI::IsMember({"ENG", "CHS", "ZHH"}, CLI::ignore_case));
     const auto formatter = FApp.get_formatter();
     formatter->label("SUBCOMMAND", "COMMAND");
-    formatter->label("Subcommands", "Commands");
     formatter->label("Positionals", "Arguments");
     formatter->label("TEXT", "");
     formatter->label("REQUIRED", "");
@@ -100,6 +99,7 @@ class TCommandLine {
 
   static CLI::App& AddApp(CLI::App& parent, const std::string& name, std::string_view help) {
     CLI::App* app = parent.add_subcommand(name, std::string(help));
+    app->group("Commands");
     app->fallthrough();  // the options before the command may stand after it, too
     return *app;
   }
