@@ -21,17 +21,9 @@ void TAccountAdapter::UnregisterMonitorInfoListener(TCode account, const void* o
   FMonitorHandlers.Unregister(account, owner);
 }
 
-void TAccountAdapter::SubscribeAccountOnlineStatus(TCode account) {
-  if (account.IsEmpty()) return;
-  ++FOnlineSubscriptions.Make(account);
-  ++FOnlineSubscriptionCount;
-}
+void TAccountAdapter::SubscribeAccountOnlineStatus(TCode /*account*/) {}
 
-void TAccountAdapter::UnsubscribeAccountOnlineStatus(TCode account) {
-  if (CountOnlineSubscriptions(account) == 0) return;
-  --FOnlineSubscriptions.Make(account);
-  --FOnlineSubscriptionCount;
-}
+void TAccountAdapter::UnsubscribeAccountOnlineStatus(TCode /*account*/) {}
 
 void TAccountAdapter::RegisterSimulateListener(TCode account, THandler handler, const void* owner,
                                                TCode previousAccount) {
@@ -60,9 +52,7 @@ const TCustomAccountData* TAccountAdapter::GetConsolidatedAccountData(TCode acco
 void TAccountAdapter::Publish(const THostChanges& changes) {
   TAccountMap loaded;
   for (const TCode account : changes.FAccounts.GetCodes()) AddTo(loaded, account);
-  for (const TCode account : changes.FOnline.GetCodes()) {
-    if (CountOnlineSubscriptions(account) > 0) AddTo(loaded, account);
-  }
+  for (const TCode account : changes.FOnline.GetCodes()) AddTo(loaded, account);
   if (!loaded.empty()) FLoadHandlers.Notify(this, &loaded);
 
   TAccountMap monitored;
@@ -71,18 +61,12 @@ void TAccountAdapter::Publish(const THostChanges& changes) {
 }
 
 std::size_t TAccountAdapter::CountRegistrations() const noexcept {
-  return FLoadHandlers.GetCount() + FMonitorHandlers.GetCount() + FSimulateHandlers.GetCount() +
-         FOnlineSubscriptionCount;
+  return FLoadHandlers.GetCount() + FMonitorHandlers.GetCount() + FSimulateHandlers.GetCount();
 }
 
 std::size_t TAccountAdapter::CountRegistrationsOf(const void* owner) const noexcept {
   return FLoadHandlers.GetCountOf(owner) + FMonitorHandlers.GetCountOf(owner) +
          FSimulateHandlers.GetCountOf(owner);
-}
-
-std::size_t TAccountAdapter::CountOnlineSubscriptions(TCode account) const noexcept {
-  const std::size_t* count = FOnlineSubscriptions.Find(account);
-  return count == nullptr ? 0 : *count;
 }
 
 void TAccountAdapter::AddTo(TAccountMap& accounts, TCode account) const {

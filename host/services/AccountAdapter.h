@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "host/services/HostData.h"
-#include "host/services/NumberTable.h"
 #include "model/contract/AccountAdapter.h"
 
 namespace margindesk {
@@ -14,7 +13,9 @@ namespace margindesk {
 // so there is nothing to ask a back office for: an account is known or it is not, whatever `load` says.
 //
 // An account that has gone is reported as loaded once more, with its blank record, so that views that show it
-// empty themselves. The online status of an account arrives only while somebody subscribes to it.
+// empty themselves. The online status of every account is at hand and its changes are always published, so
+// there is nothing to subscribe to: with no owner to an online subscription, counting them would let the end
+// of one view stop the updates of another.
 class TAccountAdapter final : public TCustomAccountAdapter {
  public:
   explicit TAccountAdapter(const THostData& data) : FData(data) {}
@@ -38,9 +39,8 @@ class TAccountAdapter final : public TCustomAccountAdapter {
   // Calls the handlers that the changes concern: loads first, then monitor information.
   void Publish(const THostChanges& changes);
 
-  std::size_t CountRegistrations() const noexcept;  // online subscriptions included, which have no owner
+  std::size_t CountRegistrations() const noexcept;
   std::size_t CountRegistrationsOf(const void* owner) const noexcept;
-  std::size_t CountOnlineSubscriptions(TCode account) const noexcept;
 
  private:
   void AddTo(TAccountMap& accounts, TCode account) const;
@@ -49,8 +49,6 @@ class TAccountAdapter final : public TCustomAccountAdapter {
   THandlerList FLoadHandlers;
   TKeyedHandlerList FMonitorHandlers;
   TKeyedHandlerList FSimulateHandlers;
-  TNumberTable<std::size_t> FOnlineSubscriptions;
-  std::size_t FOnlineSubscriptionCount = 0;
 };
 
 }  // namespace margindesk

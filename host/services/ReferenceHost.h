@@ -66,7 +66,7 @@ class TReferenceHost {
   void Publish();
 
   // How many registrations are left: with every service together, and those of one owner. The host's own do
-  // not count, account boxes and online-status subscriptions (which have no owner) do.
+  // not count, account boxes do.
   std::size_t CountRegistrations() const;
   std::size_t CountRegistrationsOf(const void* owner) const;
 

@@ -2,13 +2,9 @@
 
 #include <vector>
 
+#include "model/contract/Constdef.h"
+
 namespace margindesk {
-
-namespace {
-
-constexpr std::string_view kReferenceService = "PRCDDS";
-
-}  // namespace
 
 TCustomSubItem* TSubscribeAdapter::GetSubItem(TCode symbol, std::string_view serviceName,
                                               const void* /*extra*/) {
