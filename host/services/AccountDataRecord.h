@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #include "host/services/HostContents.h"
 #include "model/contract/BaseAccountData.h"
@@ -11,8 +12,8 @@ namespace margindesk {
 // (borrowed).
 class TAccountDataRecord final : public TCustomAccountData {
  public:
-  TAccountDataRecord(const TFigureFacts& facts, const TCustomAccount& account)
-      : FFacts(facts), FAccount(account) {}
+  TAccountDataRecord(TFigureFacts facts, const TCustomAccount& account)
+      : FFacts(std::move(facts)), FAccount(account) {}
 
   const TFigureFacts& GetFacts() const noexcept { return FFacts; }
   void SetFacts(const TFigureFacts& facts) { FFacts = facts; }

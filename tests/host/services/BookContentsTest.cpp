@@ -14,8 +14,6 @@
 namespace margindesk {
 namespace {
 
-using testing::ElementsAre;
-
 // One value in every column that the host reads, each different from its neighbours.
 class BookContentsTest : public testing::Test {
  protected:

@@ -54,7 +54,7 @@ double HoldingOf(const TPositionMap& positions, std::string_view key) {
 
 class PositionAdapterTest : public testing::Test {
  protected:
-  ~PositionAdapterTest() override {
+  void TearDown() override {
     FAdapter.UnregisterPositionListener(kA1, this);
     FAdapter.UnregisterPositionListener(kA2, this);
     FAdapter.UnregisterSubAccountPositionListener(kM1, this);
