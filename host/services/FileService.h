@@ -14,8 +14,8 @@ namespace margindesk {
 // What a fetch or a read may take at most.
 struct TFileLimits {
   std::chrono::milliseconds FConnectTime{10'000};
-  std::chrono::milliseconds FTotalTime{60'000};  // of one fetch, redirects included
-  std::int64_t FSize = 16 * 1024 * 1024;         // bytes
+  std::chrono::milliseconds FTotalTime{60'000};         // of one fetch, redirects included
+  std::int64_t FSize = std::int64_t{16} * 1024 * 1024;  // bytes
 };
 
 class TFileWorker;

@@ -3,12 +3,12 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <system_error>
 #include <utility>
 
 #include <curl/curl.h>
-#include <stdlib.h>
 
 #include "host/book/Utf8.h"
 #include "host/services/LocalFile.h"
@@ -75,9 +75,12 @@ struct TFileWorker::TMulti {
 // One http transfer into a file. The file goes with the transfer unless it is kept.
 struct TFileWorker::TTransfer {
   TTransfer(TMulti& multi, std::uint64_t id, std::string target, std::int64_t limit)
-      : FMulti(multi), FId(id), FLimit(limit), FTarget(std::move(target)), FEasy(curl_easy_init()) {
-    FFile = std::fopen(FTarget.c_str(), "wxb");
-  }
+      : FMulti(multi),
+        FId(id),
+        FLimit(limit),
+        FTarget(std::move(target)),
+        FEasy(curl_easy_init()),
+        FFile(std::fopen(FTarget.c_str(), "wxb")) {}
   ~TTransfer() {
     curl_multi_remove_handle(FMulti.FHandle, FEasy);
     curl_easy_cleanup(FEasy);
@@ -104,7 +107,7 @@ struct TFileWorker::TTransfer {
   const std::int64_t FLimit;
   const std::string FTarget;
   CURL* const FEasy;
-  std::FILE* FFile = nullptr;
+  std::FILE* FFile;  // null when it could not be made
   std::int64_t FReceived = 0;
   bool FTooLarge = false;
   bool FKept = false;

@@ -1,10 +1,9 @@
-#include <fstream>
+#include <csignal>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -145,7 +144,7 @@ TEST_F(Configuration, RefusesAForeignOrDamagedFileInOneLineAndLeavesItAlone) {
   std::string newer = sound;
   newer[63] = 9;  // the last byte of the version in the header
   std::string torn = sound;
-  torn.replace(4096 * 2, 4096, std::string(4096, '\xFF'));
+  torn.replace(8192, 4096, std::string(4096, '\xFF'));
   const std::filesystem::path other = FFolder.Path() / "other.db";
   TSqliteConnection(other, TStoreMode::kCreate).Execute("CREATE TABLE t(x)");
 

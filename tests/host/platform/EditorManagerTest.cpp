@@ -15,8 +15,6 @@ namespace margindesk {
 namespace {
 
 using testing::_;
-using testing::ElementsAre;
-using testing::IsNull;
 using testing::NiceMock;
 using testing::Return;
 

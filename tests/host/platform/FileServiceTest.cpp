@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -8,7 +9,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 
 #include "host/services/FileService.h"
@@ -41,13 +41,13 @@ struct TAsker {
 
 class Files : public testing::Test {
  protected:
-  Files() {
+  void SetUp() override {
     setenv("TMPDIR", FFolder.Path().c_str(), 1);
     setenv("no_proxy", "127.0.0.1", 1);
     std::filesystem::create_directory(FSource);
     FService = std::make_unique<TFileService>(FLoop, TFileLimits{2s, 400ms, 1000});
   }
-  ~Files() override { unsetenv("TMPDIR"); }
+  void TearDown() override { unsetenv("TMPDIR"); }
 
   bool WaitFor(const TAsker& asker, std::size_t count) {
     return FLoop.RunUntil([&] { return asker.FCompletions.size() == count; }, 20s);

@@ -11,8 +11,8 @@
 
 namespace margindesk {
 
-THttpTestServer::THttpTestServer(std::map<std::string, std::string> answers) : FAnswers(std::move(answers)) {
-  FListener = socket(AF_INET, SOCK_STREAM, 0);
+THttpTestServer::THttpTestServer(std::map<std::string, std::string> answers)
+    : FAnswers(std::move(answers)), FListener(socket(AF_INET, SOCK_STREAM, 0)) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);

@@ -26,7 +26,7 @@ class THttpTestServer {
   void Answer(int connection);
 
   const std::map<std::string, std::string> FAnswers;
-  int FListener = -1;
+  const int FListener;
   int FPort = 0;
   std::atomic<int> FRequests = 0;
   std::vector<int> FSilent;  // connections left without an answer

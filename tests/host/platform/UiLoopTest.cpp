@@ -32,10 +32,10 @@ class UiLoop : public testing::Test {
 
 TEST_F(UiLoop, RunsPostedFunctionsInOrderAndLeavesWhatTheyPostToTheNextTurn) {
   FLoop.Post([this] {
-    FLog.push_back("first");
-    FLoop.Post([this] { FLog.push_back("third"); });
+    FLog.emplace_back("first");
+    FLoop.Post([this] { FLog.emplace_back("third"); });
   });
-  FLoop.Post([this] { FLog.push_back("second"); });
+  FLoop.Post([this] { FLog.emplace_back("second"); });
   EXPECT_THAT(FLog, IsEmpty());
   EXPECT_TRUE(FLoop.RunOnce());
   EXPECT_THAT(FLog, ElementsAre("first", "second"));
@@ -47,22 +47,22 @@ TEST_F(UiLoop, RunsPostedFunctionsInOrderAndLeavesWhatTheyPostToTheNextTurn) {
 TEST_F(UiLoop, KeepsTheOrderWhenAFunctionRunsTheLoopItselfOrThrows) {
   FLoop.Post([this] {
     FLoop.RunOnce();
-    FLog.push_back("outer");
+    FLog.emplace_back("outer");
   });
-  FLoop.Post([this] { FLog.push_back("inner"); });
+  FLoop.Post([this] { FLog.emplace_back("inner"); });
   FLoop.RunOnce();
   EXPECT_THAT(FLog, ElementsAre("inner", "outer"));
 
   FLoop.Post([] { throw std::runtime_error("fault"); });
-  FLoop.Post([this] { FLog.push_back("after the fault"); });
+  FLoop.Post([this] { FLog.emplace_back("after the fault"); });
   EXPECT_THROW(FLoop.RunOnce(), std::runtime_error);
   FLoop.RunOnce();
   EXPECT_THAT(FLog, ElementsAre("inner", "outer", "after the fault"));
 }
 
 TEST_F(UiLoop, RunsTimersInTheOrderInWhichTheyFallDueAndDoesNotMakeUpForMissedTurns) {
-  FLoop.StartTimer(30ms, [this] { FLog.push_back("30"); });
-  const auto fast = FLoop.StartTimer(20ms, [this] { FLog.push_back("20"); });
+  FLoop.StartTimer(30ms, [this] { FLog.emplace_back("30"); });
+  const auto fast = FLoop.StartTimer(20ms, [this] { FLog.emplace_back("20"); });
   Advance(19ms);
   EXPECT_THAT(FLog, IsEmpty());
   Advance(11ms);  // at 30
@@ -87,9 +87,9 @@ TEST_F(UiLoop, LetsATimerStopItselfAndItsNeighbourInTheSameTurn) {
   self = FLoop.StartTimer(10ms, [&] {
     FLoop.StopTimer(self);
     FLoop.StopTimer(neighbour);
-    FLog.push_back("self");
+    FLog.emplace_back("self");
   });
-  neighbour = FLoop.StartTimer(10ms, [this] { FLog.push_back("neighbour"); });
+  neighbour = FLoop.StartTimer(10ms, [this] { FLog.emplace_back("neighbour"); });
   Advance(10ms);
   Advance(10ms);
   EXPECT_THAT(FLog, ElementsAre("self"));
@@ -97,11 +97,11 @@ TEST_F(UiLoop, LetsATimerStopItselfAndItsNeighbourInTheSameTurn) {
 
 TEST_F(UiLoop, RunsADueTimerOnceWhenTheOneBeforeItRunsTheLoopItself) {
   FLoop.StartTimer(10ms, [this] {
-    FLog.push_back("asks");
+    FLog.emplace_back("asks");
     FLoop.RunOnce();
-    FLog.push_back("answered");
+    FLog.emplace_back("answered");
   });
-  FLoop.StartTimer(10ms, [this] { FLog.push_back("neighbour"); });
+  FLoop.StartTimer(10ms, [this] { FLog.emplace_back("neighbour"); });
   Advance(10ms);
   EXPECT_THAT(FLog, ElementsAre("asks", "neighbour", "answered"));
 }
