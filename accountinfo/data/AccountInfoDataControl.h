@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -89,7 +90,7 @@ class TAccountInfoDataControl : public TCustomAccountInfoDataControl {
   // Figures of one currency.
   const TCustomAccount* GetSelectedAccount() const;
   const TCustomAccountData* GetChinaConnectData(const TCustomAccountData& data) const;
-  TVariant ReadField(const TCustomAccountData* source, const TCustomAccountData& data, std::int32_t field);
+  TVariant ReadField(const TCustomAccountData& source, const TCustomAccountData& data, std::int32_t field);
   double GetNetPL(const TCustomAccountData& data);
   std::string GetMarginingBasisText() const;
   std::string GetAggregatedText() const;
@@ -105,7 +106,7 @@ class TAccountInfoDataControl : public TCustomAccountInfoDataControl {
   const TCustomAccountData* GetLinkedTotalRow(const TCustomAccount& account) const;
 
   // Margin level and marginable value.
-  double GetMarginLevelNumerator(const TCustomAccountData& data);
+  double GetMarginLevelNumerator(const TCustomAccountData& data, std::optional<double>& totalPL);
   const TCustomAccountData* GetSubAccountData(const TCustomAccount& subAccount, TCode currency) const;
   struct TMarginable {
     double FCreditLimit = 0;

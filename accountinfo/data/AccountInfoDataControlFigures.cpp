@@ -146,47 +146,40 @@ const TCustomAccountData* TAccountInfoDataControl::GetChinaConnectData(const TCu
 TVariant TAccountInfoDataControl::GetAccountCurrencyData(const TCustomAccountData* data, std::int32_t field) {
   if (data == nullptr) return GetInitialValue(field);
   if (const auto rule = TFigureRules::Find(field)) return rule(*this, *data);
-  TVariant value = field < kFirstCustomField ? ReadField(GetChinaConnectData(*data), *data, field)
-                                             : GetFieldValue(GetChinaConnectData(*data), field);
+  const TCustomAccountData* source = GetChinaConnectData(*data);
+  TVariant value;
+  if (source != nullptr) {
+    value = field < kFirstCustomField ? ReadField(*source, *data, field) : GetFieldValue(source, field);
+  }
   return value.IsUnassigned() ? GetInitialValue(field) : value;
 }
 
-// `source` is the data or its China Connect substitute, null when that does not exist: what is read from it
-// then stays unassigned.
-TVariant TAccountInfoDataControl::ReadField(const TCustomAccountData* source, const TCustomAccountData& data,
+// `source` is the data or its China Connect substitute. Unassigned where there is no such figure.
+TVariant TAccountInfoDataControl::ReadField(const TCustomAccountData& source, const TCustomAccountData& data,
                                             std::int32_t field) {
   if (const auto period = FPeriodAttrExchList.find(field); period != FPeriodAttrExchList.end()) {
     return TVariant::Text(GetPeriod(period->second));
   }
   const auto read = std::ranges::find(kAmountReads, field, &TAmountRead::FField);
-  if (read != kAmountReads.end()) {
-    return source == nullptr ? TVariant() : TVariant::Float((source->*read->FRead)());
-  }
-  const auto fromSource = [source](auto compute) {
-    return source == nullptr ? TVariant() : TVariant::Float(compute(*source));
-  };
+  if (read != kAmountReads.end()) return TVariant::Float((source.*read->FRead)());
   switch (field) {
     case kFieldAvailableBal:
-      return fromSource([](const TCustomAccountData& d) {
-        return d.AvailableBase() + d.AvailableAddition() - d.AvailableDeduction();
-      });
+      return TVariant::Float(source.AvailableBase() + source.AvailableAddition() -
+                             source.AvailableDeduction());
     case kFieldTotalPortfolio:
-      return fromSource([this](const TCustomAccountData& d) {
-        return GetTotalMarketValue(d.GetCurrency()) + d.GetCashBalance();
-      });
+      return TVariant::Float(GetTotalMarketValue(source.GetCurrency()) + source.GetCashBalance());
     case kFieldNetValue:
-      return fromSource(
-          [this, &data](const TCustomAccountData& d) { return GetNetPL(data) + d.GetBODCashBalance(); });
+      return TVariant::Float(GetNetPL(data) + source.GetBODCashBalance());
     case kFieldOptionValue:
-      return fromSource([](const TCustomAccountData& d) { return d.GetNetEquity() - d.GetCashBalance(); });
+      return TVariant::Float(source.GetNetEquity() - source.GetCashBalance());
     case kFieldNetTradedAmount:
-      return fromSource(
-          [](const TCustomAccountData& d) { return d.TradedAmountFirst() - d.TradedAmountSecond(); });
+      return TVariant::Float(source.TradedAmountFirst() - source.TradedAmountSecond());
     case kFieldMarginLevel: {
       double level = 0;
-      return source != nullptr && GetMarginLevel(source, level) ? TVariant::Float(level) : TVariant();
+      return GetMarginLevel(&source, level) ? TVariant::Float(level) : TVariant();
     }
     default:
+      // The account's own data, substitute or not: wanted.
       return TCustomAccountInfoDataControl::GetAccountCurrencyData(&data, field);
   }
 }

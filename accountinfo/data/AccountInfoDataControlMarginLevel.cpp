@@ -18,16 +18,22 @@ bool CountsAsZero(double amount) { return !(std::abs(amount) > kZeroTolerance); 
 
 }  // namespace
 
-double TAccountInfoDataControl::GetMarginLevelNumerator(const TCustomAccountData& data) {
+// `totalPL` keeps the positions' profit and loss over the accounts of one call, whose data are all in one
+// currency.
+double TAccountInfoDataControl::GetMarginLevelNumerator(const TCustomAccountData& data,
+                                                        std::optional<double>& totalPL) {
   if (FIsNetEquityMargin) return data.GetNetEquity();
   if (FMarginLevelMode == 1) return data.GetCashBalance();
-  return GetNetPL(data) + data.GetBODCashBalance();
+  if (FApplyDDSPL) return data.GetOwnTotalPL() + data.GetBODCashBalance();
+  if (!totalPL) totalPL = GetTotalPL(data.GetCurrency());
+  return *totalPL + data.GetBODCashBalance();
 }
 
 bool TAccountInfoDataControl::GetMarginLevel(const TCustomAccountData* data, double& level) {
-  const auto levelOf = [this, &level](const TCustomAccountData* d) {
+  std::optional<double> totalPL;
+  const auto levelOf = [&](const TCustomAccountData* d) {
     if (d == nullptr || CountsAsZero(d->GetInitialMargin())) return false;
-    level = GetMarginLevelNumerator(*d) / d->GetInitialMargin() * 100;
+    level = GetMarginLevelNumerator(*d, totalPL) / d->GetInitialMargin() * 100;
     return true;
   };
   if (!FAggregate) return levelOf(data);
@@ -44,7 +50,7 @@ bool TAccountInfoDataControl::GetMarginLevel(const TCustomAccountData* data, dou
   double denominator = 0;
   const auto add = [&](const TCustomAccountData* d) {
     if (d == nullptr) return;
-    numerator += GetMarginLevelNumerator(*d);
+    numerator += GetMarginLevelNumerator(*d, totalPL);
     denominator += d->GetInitialMargin();
   };
   add(data);

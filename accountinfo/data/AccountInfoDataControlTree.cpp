@@ -82,8 +82,8 @@ void TAccountInfoDataControl::InitCurrencyNode() {
       continue;
     }
     const TCustomAccountData* data = account->GetCurrencyData(currency);
-    if (data == nullptr) continue;
-    data->IsSeparateCurrencyRow() ? AddValueNodes(currency) : AddConvertNodes(currency);
+    const bool separate = data != nullptr && data->IsSeparateCurrencyRow();
+    separate ? AddValueNodes(currency) : AddConvertNodes(currency);
   }
 }
 

@@ -52,7 +52,8 @@ std::string GetRpqText(const TCustomAccount& account) {
   const auto& accounts = TCustomAccountAdapter::GetInstance();
   const auto& languages = TCustomLanguageManager::GetInstance();
   std::int32_t level = 0;
-  if (!TryTextToInteger(account.GetCustomValue(accounts.GetCustomFieldKey(kTable, "RPQLevel")), level)) {
+  const std::string& levelText = account.GetCustomValue(accounts.GetCustomFieldKey(kTable, "RPQLevel"));
+  if (!TryTextToInteger(TrimText(levelText), level)) {
     return languages.GetLanguageText(Const_ResourceStringTag, "Res_undefined");
   }
   const std::string levelNumber = IntegerToText(level);

@@ -27,6 +27,7 @@ TCustomAccountInfoDataControl::~TCustomAccountInfoDataControl() {
 }
 
 void TCustomAccountInfoDataControl::Changed() {
+  UpdateChinaConnectFlag();
   InitAggregateAccountList();
   ClearAccountCurrencyNode();
   InitCurrencyNode();
@@ -59,7 +60,6 @@ void TCustomAccountInfoDataControl::ClearAccountCurrencyNode() {
 void TCustomAccountInfoDataControl::SetAccount(TCode account) {
   if (account == FAccount) return;
   FAccount = account;
-  UpdateChinaConnectFlag();
   Changed();
 }
 
@@ -83,7 +83,6 @@ void TCustomAccountInfoDataControl::SetCurrency(TCode currency) {
 void TCustomAccountInfoDataControl::SetFilterCurr(TCode currency) {
   if (currency == FFilterCurrency) return;
   FFilterCurrency = currency;
-  UpdateChinaConnectFlag();
   Changed();
 }
 

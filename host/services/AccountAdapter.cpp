@@ -52,6 +52,7 @@ const TCustomAccountData* TAccountAdapter::GetConsolidatedAccountData(TCode acco
 void TAccountAdapter::Publish(const THostChanges& changes) {
   TAccountMap loaded;
   for (const TCode account : changes.FAccounts.GetCodes()) AddTo(loaded, account);
+  if (FData.IsChinaConnectOn()) AddLinkingAccounts(loaded);
   for (const TCode account : changes.FOnline.GetCodes()) AddTo(loaded, account);
   if (!loaded.empty()) FLoadHandlers.Notify(this, &loaded);
 
@@ -67,6 +68,14 @@ std::size_t TAccountAdapter::CountRegistrations() const noexcept {
 std::size_t TAccountAdapter::CountRegistrationsOf(const void* owner) const noexcept {
   return FLoadHandlers.GetCountOf(owner) + FMonitorHandlers.GetCountOf(owner) +
          FSimulateHandlers.GetCountOf(owner);
+}
+
+void TAccountAdapter::AddLinkingAccounts(TAccountMap& accounts) const {
+  for (const TCode account : FData.GetAccounts()) {
+    const TAccountRecord* record = FData.FindAccount(account);
+    if (record != nullptr && accounts.contains(record->FFacts.FChinaConnectAccount))
+      accounts.emplace(account, record);
+  }
 }
 
 void TAccountAdapter::AddTo(TAccountMap& accounts, TCode account) const {

@@ -44,6 +44,8 @@ class TAccountAdapter final : public TCustomAccountAdapter {
 
  private:
   void AddTo(TAccountMap& accounts, TCode account) const;
+  // Accounts show figures of their linked accounts, so they count as loaded with these.
+  void AddLinkingAccounts(TAccountMap& accounts) const;
 
   const THostData& FData;
   THandlerList FLoadHandlers;

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -128,6 +129,14 @@ struct TPositionFacts {
   friend bool operator==(const TPositionFacts&, const TPositionFacts&) = default;
 };
 
+// The keys of custom fields by table and field, found without making a text.
+struct TTableFieldLess {
+  using is_transparent = void;
+  using TPair = std::pair<std::string_view, std::string_view>;
+  bool operator()(const TPair& a, const TPair& b) const noexcept { return a < b; }
+};
+using TCustomFieldKeys = std::map<std::pair<std::string, std::string>, std::string, TTableFieldLess>;
+
 struct THostContents {
   bool FMultiCurrency = true;
   bool FChinaConnect = false;
@@ -139,7 +148,7 @@ struct THostContents {
   std::vector<TFigureFacts> FFigures;       // an account's currencies are shown in this order
   std::vector<TFigureFacts> FConsolidated;  // of master accounts
   std::vector<TPositionFacts> FPositions;
-  std::map<std::pair<std::string, std::string>, std::string> FCustomFieldKeys;  // by table and field
+  TCustomFieldKeys FCustomFieldKeys;
 
   friend bool operator==(const THostContents&, const THostContents&) = default;
 };

@@ -22,7 +22,7 @@ std::vector<TCode> THostData::GetPeriodExchanges() const {
 }
 
 const std::string& THostData::GetCustomFieldKey(std::string_view table, std::string_view field) const {
-  const auto found = FCustomFieldKeys.find(std::pair(std::string(table), std::string(field)));
+  const auto found = FCustomFieldKeys.find(TTableFieldLess::TPair(table, field));
   return found == FCustomFieldKeys.end() ? TCode().Text() : found->second;
 }
 
@@ -136,8 +136,10 @@ void THostData::PutAccount(const TAccountFacts& facts) {
   TAccountRecord& account = MakeAccount(facts.FAccount);
   if (!account.FKnown) FAccountList.push_back(facts.FAccount);
   account.FKnown = true;
-  if (!account.FFacts.FMaster.IsEmpty()) {
-    std::erase(MakeAccount(account.FFacts.FMaster).FSubAccounts, facts.FAccount);
+  if (const TCode master = account.FFacts.FMaster; !master.IsEmpty()) {
+    std::erase(MakeAccount(master).FSubAccounts, facts.FAccount);
+    // A view of the master that the account leaves hears of it too.
+    if (master != facts.FMaster) Mark().FAccounts.Insert(master);
   }
   if (!facts.FMaster.IsEmpty()) MakeAccount(facts.FMaster).FSubAccounts.push_back(facts.FAccount);
   account.FFacts = facts;

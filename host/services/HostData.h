@@ -174,7 +174,7 @@ class THostData {
   TNumberTable<THolders> FHolders;
   TNumberTable<std::unique_ptr<TAccountRecord>> FAccounts;
   std::vector<TCode> FAccountList;
-  std::map<std::pair<std::string, std::string>, std::string> FCustomFieldKeys;
+  TCustomFieldKeys FCustomFieldKeys;
 
   THostChanges FChanges;
   bool FChanged = false;

@@ -48,15 +48,32 @@ TEST_F(AccountFigures, AreCombinedFromTheReadsOfTheRecord) {
   EXPECT_EQ(Value(kFieldNetTradedAmount), -30);
   EXPECT_EQ(Value(kFieldTotalPortfolio), 30 + 1000);
   EXPECT_EQ(Value(kFieldNetValue), 12 + 900);
-  EXPECT_EQ(Value(kFieldMaxMargin), 8);
-  // An excluded currency, or none that matches, leaves the positions out of a currency's figure.
+  EXPECT_EQ(Value(kFieldTotalBuyAmount), 100);
+  EXPECT_EQ(Value(kFieldTotalSellAmount), 40);
+  EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1"), kFieldMarginLevel), TVariant::Integer(0));
   EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1", "HKD"), kFieldPL), TVariant::Float(12));
+}
+
+TEST_F(AccountFigures, EveryPlainReadShowsItsOwnFigure) {
+  TFigureFacts facts{Code("A1"), Code("HKD"), false, {}, {}};
+  for (const TFigureInfo& info : kFigureList) {
+    facts.FFigures[static_cast<std::size_t>(info.FFigure)] = 1000 + info.FField;
+  }
+  FHost.Data().SetFigures(facts);
+  for (const TFigureInfo& info : kFigureList) {
+    if (info.FField == kNoField) continue;
+    EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1", "HKD"), info.FField),
+              TVariant::Float(1000 + info.FField));
+  }
 }
 
 TEST_F(AccountFigures, StartAtZeroOrAtNoTextWhereThereIsNoData) {
   EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, kFieldCashBalance), TVariant::Integer(0));
   EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, kFieldUser), TVariant::Integer(0));
-  EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, kFieldOnlineStatus), TVariant::EmptyText());
+  for (const std::int32_t text :
+       {10, 21, 23, 33, 3409, 3602, 10004, 10005, 10006, 10008, 10009, 10010, 10011}) {
+    EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, text), TVariant::EmptyText()) << text;
+  }
   EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, 100001), TVariant::Integer(0));
   EXPECT_EQ(FControl.GetAccountCurrencyData(nullptr, 100002), TVariant::EmptyText());
   EXPECT_EQ(FControl.GetAccountCurrencyDisplayData(nullptr, kFieldCashBalance, true), "");
@@ -97,8 +114,15 @@ TEST_F(AccountFigures, TextsOfTheAccountFollowItsAttributesAndStatuses) {
   EXPECT_EQ(shown(kFieldMarginClass), "");
   FFacts.FMarginClass = "B";
   EXPECT_EQ(shown(kFieldMarginClass), "B");
+  EXPECT_EQ(shown(kFieldOnlineStatus), "");
   FFacts.FOnline = true;
   EXPECT_EQ(shown(kFieldOnlineStatus), Text("Res_Online"));
+  FFacts.FBODUpdateTime = "08:15";
+  EXPECT_EQ(shown(kFieldBODUpdateTime), "08:15");
+  FFacts.FPositionIsolation = "isolated by whim";
+  FFacts.FMarginMethod = "method of its own";
+  EXPECT_EQ(shown(kFieldPositionIsolation), "isolated by whim");
+  EXPECT_EQ(shown(kFieldMarginMethod), "method of its own");
   EXPECT_EQ(shown(kFieldDayTradeStatus), Text("Res_DayTrade_Active"));
   FFacts.FDayTradeStatus = -1;
   EXPECT_EQ(shown(kFieldDayTradeStatus), Text("Res_DayTrade_Inactive"));
@@ -106,6 +130,8 @@ TEST_F(AccountFigures, TextsOfTheAccountFollowItsAttributesAndStatuses) {
   EXPECT_EQ(shown(kFieldDayTradeStatus), "");
   FFacts.FCustomValues["c3"] = " y ";
   EXPECT_EQ(shown(kFieldCIES), Text("Res_Yes"));
+  FFacts.FCustomValues["c3"] = "n";
+  EXPECT_EQ(shown(kFieldCIES), Text("Res_No"));
   FFacts.FCustomValues["c3"] = "no";
   EXPECT_EQ(shown(kFieldCIES), "");
   EXPECT_EQ(shown(kFieldAggregated), "");
@@ -125,6 +151,7 @@ TEST_F(AccountFigures, TheRiskProfileShowsItsLevelAndItsTwelveMonthsAndSetsThePr
     return Shown(kFieldRPQ);
   };
   EXPECT_EQ(rpq("three", "20200131"), Text("Res_undefined"));
+  EXPECT_EQ(rpq(" 3", ""), level3);
   EXPECT_EQ(rpq("3", "2020013"), level3);
   EXPECT_EQ(rpq("3", ""), level3);
   EXPECT_EQ(rpq("77", ""), "77");
@@ -164,12 +191,31 @@ TEST_F(AccountFigures, ReadsGoToTheLinkedAccountOnItsSideOfChinaConnectAndRulesD
   FControl.SetFilterCurr(Code("CNY"));
   EXPECT_EQ(Value(kFieldMaxMargin), 80);
   EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1"), kFieldMarginClass), TVariant::Text("own"));
+  EXPECT_EQ(Value(kFieldNetValue), 0);  // own profit and loss (none on this side), the linked account's cash
   // The inherited reads stay with the account's own data.
   EXPECT_EQ(Value(kFieldCashBalance), 1000);
-  // Without linked data a figure that is read from it stays at its initial value.
+  // Without linked data every figure that is read from data stays at its initial value.
   EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1", "HKD"), kFieldMaxMargin), TVariant::Integer(0));
+  EXPECT_EQ(FControl.GetAccountCurrencyData(DataOf("A1", "HKD"), kFieldCashBalance), TVariant::Integer(0));
   FControl.SetFilterCurr(TCode());
   EXPECT_EQ(Value(kFieldMaxMargin), 8);
+}
+
+TEST_F(AccountFigures, TheSideOfChinaConnectFollowsTheSwitchOfTheHost) {
+  FFacts.FChinaConnectAccount = Code("A1C");
+  PutFacts();
+  AddAccount("A1C");
+  AddFigures("A1C", "", {{TFigure::kMaxMargin, 80}});
+  FControl.SetFilterCurr(Code("CNY"));
+  for (const bool on : {true, false, true}) {
+    FHost.Data().SetChinaConnect(on);
+    FHost.Publish();
+    EXPECT_EQ(Value(kFieldMaxMargin), on ? 80 : 8);
+  }
+  FControl.FChanges = 0;
+  AddFigures("A1C", "", {{TFigure::kMaxMargin, 81}});
+  FHost.Publish();
+  EXPECT_GE(FControl.FChanges, 1);  // the linked account's figures are this one's
 }
 
 class AggregatedFigures : public AccountTree {
@@ -179,7 +225,11 @@ class AggregatedFigures : public AccountTree {
     AddAccount("S1", "M1");
     AddAccount("S2", "M1");
     AddFigures("M1", "",
-               {{TFigure::kCashBalance, 100}, {TFigure::kBodCashBalance, 10}, {TFigure::kCreditLimit, 1}});
+               {{TFigure::kCashBalance, 100},
+                {TFigure::kBodCashBalance, 10},
+                {TFigure::kCreditLimit, 1},
+                {TFigure::kInitialMargin, 60},
+                {TFigure::kMarginableAmount, -7}});
     AddFigures("S1", "",
                {{TFigure::kCashBalance, 200}, {TFigure::kBodCashBalance, 20}, {TFigure::kCreditLimit, 2}});
     AddFigures("S2", "",
@@ -205,6 +255,13 @@ TEST_F(AggregatedFigures, AddTheSubAccountsUnlessTheFigureCoversThemAlready) {
   EXPECT_EQ(Sum(kFieldCashBalance, "USD"), TVariant::Float(12));
   EXPECT_EQ(Sum(kFieldFxRatio, "USD"), TVariant::Float(7.8));
   EXPECT_EQ(Sum(kFieldMarketValue), TVariant::Float(3 * 10 + 2 * 20 * 7.8));
+  EXPECT_EQ(Sum(kFieldTotalBuyAmount), TVariant::Float(100 + 100 * 7.8));
+  EXPECT_EQ(Sum(kFieldTotalSellAmount), TVariant::Float(40 + 40 * 7.8));
+  EXPECT_EQ(Sum(kFieldPL), TVariant::Float(12 + 12 * 7.8));
+  EXPECT_EQ(Sum(kFieldUnrealizedPL), TVariant::Float(10 + 10 * 7.8));
+  EXPECT_EQ(Sum(kFieldRealizedPL), TVariant::Float(2 + 2 * 7.8));
+  EXPECT_EQ(Sum(kFieldMarginableValue), TVariant::Float(FControl.GetMarginableValue(*DataOf("M1"))));
+  EXPECT_EQ(Sum(kFieldMarginLevel), TVariant::Float((3 * (12 + 12 * 7.8) + 70) / 60 * 100));
   EXPECT_EQ(Sum(kFieldTotalPortfolio), TVariant::Float(3 * 10 + 2 * 20 * 7.8 + 700));
   EXPECT_EQ(Sum(kFieldTotalPortfolio, "USD"), TVariant::Float(2 * 20 + 12));
   EXPECT_EQ(Sum(kFieldNetValue), TVariant::Float(12 + 12 * 7.8 + 70));

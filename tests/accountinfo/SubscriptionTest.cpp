@@ -120,15 +120,17 @@ TEST_F(AccountTreeSubscriptions, ASubAccountsPositionsRefreshTheViewOnlyWhileAgg
   FHost.Publish();
   EXPECT_GE(control.FChanges, 1);
   control.FChanges = 0;
-  AddPosition("A1", "AAA", 5);
+  AddPosition("A1", "UUU", 5);
   FHost.Publish();
   EXPECT_EQ(control.FChanges, 0);
 
-  // A price reaches the holders' views.
-  control.FChanges = 0;
+  // A price reaches the views of its holders and no other.
   AddProduct("AAA", "HKX", "HKD", 11);
   FHost.Publish();
-  EXPECT_GE(control.FChanges, 1);
+  EXPECT_EQ(control.FChanges, 1);
+  AddProduct("UUU", "USX", "USD", 11);
+  FHost.Publish();
+  EXPECT_EQ(control.FChanges, 1);
 }
 
 TEST_F(AccountTreeSubscriptions, APositionUpdateWithoutAnAccountAlwaysTellsTheView) {
@@ -152,6 +154,17 @@ TEST_F(AccountTreeSubscriptions, ANewSubAccountIsTakenIntoTheGroup) {
   EXPECT_TRUE(control.GetSubAccounts().contains(Code("S3")));
   const TAccountMap other{{Code("A1"), FHost.Data().FindAccount(Code("A1"))}};
   EXPECT_FALSE(control.CheckNeedUpdateSubAccountList(other));
+  FHost.Publish();
+  control.FChanges = 0;
+  AddFigures("S3", "", {{TFigure::kCashBalance, 1}});  // a sub-account alone
+  FHost.Publish();
+  EXPECT_EQ(control.FChanges, 1);
+  AddAccount("S3");  // leaves the group
+  FHost.Publish();
+  EXPECT_FALSE(control.GetSubAccounts().contains(Code("S3")));
+  control.SetAggregate();
+  AddAccount("S3", "M1");
+  EXPECT_FALSE(control.CheckNeedUpdateSubAccountList(loaded));  // not while it stands alone
 }
 
 TEST_F(AccountTreeSubscriptions, NothingIsRegisteredAnyMoreOnceTheControlIsGone) {

@@ -115,10 +115,19 @@ TEST_F(PositionTotals, ThePeriodReadsThePositionsThatTheLastTotalLeft) {
   control.GetTotalPL(TCode());
   EXPECT_EQ(control.GetPeriod(Code("HKX")), Text("Res_OvernightTrade"));
   EXPECT_EQ(control.GetPeriod(Code("hkx")), Text("Res_DayTrade"));
-  // Any status but unknown will do for the exchange; an unknown item falls back to the product.
-  FHost.Data().SetItemStatus(Code("AAA"), 2);
-  EXPECT_EQ(control.GetPeriod(Code("HKX")), Text("Res_OvernightTrade"));
-  FHost.Data().SetItemStatus(Code("AAA"), 0);
+  // Any status but unknown will do for the item's exchange; there is no product to fall back to here.
+  TProductFacts unlisted;
+  unlisted.FSymbol = Code("OLD");
+  unlisted.FExchange = Code("OLDX");
+  unlisted.FListed = false;
+  FHost.Data().SetProduct(unlisted);
+  AddPosition("S2", "OLD", 1);
+  control.GetTotalPL(TCode());
+  for (const std::int32_t status : {0, 1, 2}) {
+    FHost.Data().SetItemStatus(Code("OLD"), status);
+    EXPECT_EQ(control.GetPeriod(Code("OLDX")), Text(status == 0 ? "Res_DayTrade" : "Res_OvernightTrade"));
+  }
+  FHost.Data().SetItemStatus(Code("AAA"), 0);  // an unknown item falls back to the product
   EXPECT_EQ(control.GetPeriod(Code("HKX")), Text("Res_OvernightTrade"));
 }
 
@@ -177,6 +186,24 @@ TEST_F(AccountTotals, SingleCurrencyModeShowsTheRatioOfTheTotalRow) {
   EXPECT_EQ(Value(control, kFieldFxRatio), 1 + 7.8 * 7.8);
   EXPECT_EQ(control.GetAccountTotalDataDisplayValue(Account(), kFieldFxRatio),
             TCustomFormatter::GetInstance().FormatValue(1, kFormatRatio, TCode(), true));
+  control.SetCurrency(Code("USD"));
+  EXPECT_EQ(control.GetAccountTotalDataDisplayValue(Account(), kFieldFxRatio),
+            TCustomFormatter::GetInstance().FormatValue(1 / 7.8, kFormatRatio, TCode(), true));
+}
+
+TEST_F(AccountTotals, ADayTradeLimitIsNotAvailableWhenItsConvertedTotalIsNothing) {
+  TOpenControl control;
+  control.SetAccount(Code("A1"));
+  for (const auto& [field, figure] :
+       {std::pair{kFieldDTL, TFigure::kDayTradeLimit}, std::pair{kFieldBODDTL, TFigure::kBodDayTradeLimit}}) {
+    AddFigures("A1", "", {{figure, 0.0000005}});
+    control.SetCurrency(TCode());
+    EXPECT_EQ(control.GetAccountTotalDataDisplayValue(Account(), field), "0.00");
+    control.SetCurrency(Code("USD"));
+    EXPECT_EQ(control.GetAccountTotalDataDisplayValue(Account(), field), Text("Res_NotAvailable"));
+    AddFigures("A1", "", {{figure, -78}});
+    EXPECT_EQ(control.GetAccountTotalDataDisplayValue(Account(), field), "-10.00");
+  }
 }
 
 TEST_F(AccountTotals, AreNothingWithoutATotalRowAndStartEmptyWithoutAnAccount) {
@@ -201,8 +228,10 @@ TEST_F(AccountTotals, TheMarginLevelsNumeratorFollowsTheSettings) {
   };
   SetConfig("MarginLevelMode", "1");
   EXPECT_DOUBLE_EQ(level(), (100 + 10 * 7.8) / margin * 100);
-  SetConfig("MarginLevelMode", "2");
-  EXPECT_DOUBLE_EQ(level(), ((12 + 12 * 7.8) + 12 * 7.8 + 60 + 1 * 7.8) / margin * 100);
+  for (const char* mode : {"0", "2"}) {
+    SetConfig("MarginLevelMode", mode);
+    EXPECT_DOUBLE_EQ(level(), ((12 + 12 * 7.8) + 12 * 7.8 + 60 + 1 * 7.8) / margin * 100);
+  }
   SetConfig("NetEquityMargin", "Y");
   SetConfig("MarginLevelMode", "1");
   EXPECT_DOUBLE_EQ(level(), (50 + 20 * 7.8) / margin * 100);

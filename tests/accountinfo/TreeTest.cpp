@@ -42,6 +42,9 @@ TEST_F(AccountTreeRows, ThreeLevelsPutCurrenciesThatAreNoRowOfTheirOwnConvertedU
             "    Renminbi: 11.00\n"
             "  US Dollar: 50.00\n"
             "Cut Loss Amount: 3\n");
+  EXPECT_EQ(control.GetValue(0, kCellValue), TVariant::Float(1390));
+  TDataNode* total = control.GetChildNode(control.GetChildNode(nullptr, 0), 0);
+  EXPECT_EQ(control.GetValue(control.GetChildNode(total, 1), kCellValue), TVariant::Float(11));
 
   control.SetCurrency(Code("USD"));
   EXPECT_EQ(Print(control),
@@ -51,6 +54,20 @@ TEST_F(AccountTreeRows, ThreeLevelsPutCurrenciesThatAreNoRowOfTheirOwnConvertedU
             "    Renminbi: 1.41\n"
             "  US Dollar: 50.00\n"
             "Cut Loss Amount: 3\n");
+}
+
+TEST_F(AccountTreeRows, FieldsOfTheAccountHaveNoRowsBelowThem) {
+  TOpenControl control;
+  control.SetShow3LvInfo(true);
+  SetColumns(control,
+             "Account,User,AccountName,MarginLevel,BODUpdateTime,CutLoss,HoldFund,CreditLimit(DDS),RPQ,CIES,"
+             "CreditLimit,MarginingBasis,PositionIsolation,MarginMethod,MaxMargin,Aggregated,OnlineStatus,"
+             "MarginClass,"
+             "DayTradeStatus");
+  control.SetAccount(Code("A1"));
+  ASSERT_EQ(control.GetCount(), 19);
+  for (std::int32_t i = 0; i < 19; ++i)
+    EXPECT_EQ(control.GetChildNodeCount(control.GetChildNode(nullptr, i)), 0) << i;
 }
 
 TEST_F(AccountTreeRows, AFilterLeavesOneCurrencyAndItsFigureInTheConversionCurrencyAbove) {
