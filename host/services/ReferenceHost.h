@@ -74,6 +74,7 @@ class TReferenceHost {
   TUiLoop& Loop() noexcept { return FLoop; }
   TConfigManager& Config() noexcept { return *FConfig; }
   TLanguageManager& Language() noexcept { return *FLanguage; }
+  const TFormatter& Formatter() const noexcept { return *FFormatter; }
   TMessageBoxCtrl& MessageBox() noexcept { return *FMessageBox; }
   TFileService& Files() noexcept { return *FFiles; }
   TGlobalChannelManager& Channels() noexcept { return *FChannels; }

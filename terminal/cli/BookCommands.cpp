@@ -37,14 +37,10 @@ void TBookImportCommand::AddOptions(CLI::App& app) {
 
 int TBookImportCommand::Run(TSession& session, std::ostream& out) {
   const std::filesystem::path file = session.GetBookFile();
-  if (!std::filesystem::exists(file) && MakeBookFile(file, FDirectory)) {
-    TBook made(file, TStoreMode::kExisting);
-    out << "made the book " << MakeOneLine(file.string()) << ": " << CountRows(made) << '\n';
-    return kExitFine;
-  }
+  const bool isNew = !std::filesystem::exists(file) && MakeBookFile(file, FDirectory);
   TBook book(file, TStoreMode::kCreate);  // an empty file becomes a book too
-  book.Import(FDirectory);
-  out << "imported into the book " << MakeOneLine(file.string()) << ": " << CountRows(book) << '\n';
+  if (!isNew) book.Import(FDirectory);
+  out << "imported " << CountRows(book) << '\n';
   return kExitFine;
 }
 
@@ -55,8 +51,7 @@ void TBookExportCommand::AddOptions(CLI::App& app) {
 int TBookExportCommand::Run(TSession& session, std::ostream& out) {
   TBook& book = session.Book();
   book.Export(FDirectory);
-  out << "exported the book " << MakeOneLine(session.GetBookFile().string()) << ": " << CountRows(book)
-      << '\n';
+  out << "exported " << CountRows(book) << '\n';
   return kExitFine;
 }
 
@@ -65,8 +60,7 @@ int TBookCheckCommand::Run(TSession& session, std::ostream& out) {
   const std::vector<TBookFinding> findings = book.Check();
   for (const TBookFinding& finding : findings) out << MakeOneLine(finding.Text()) << '\n';
   if (!findings.empty()) return kExitFault;
-  out << "the book " << MakeOneLine(session.GetBookFile().string()) << " is sound: " << CountRows(book)
-      << '\n';
+  out << "sound: " << CountRows(book) << '\n';
   return kExitFine;
 }
 

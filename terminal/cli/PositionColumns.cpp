@@ -3,7 +3,6 @@
 #include "model/AccountInfoConstDef.h"
 #include "model/ResourceText.h"
 #include "model/contract/Constdef.h"
-#include "model/contract/Formatter.h"
 #include "model/contract/PositionAdapter.h"
 
 namespace margindesk {
@@ -75,7 +74,7 @@ constexpr auto kColumns = std::to_array<TPositionColumn>({
     {"covered_quantity", "Res_Covered", kFormatQuantity, false, &ReadField<kFieldCoveredQty>},
     {"holding_quantity", "", kFormatQuantity, false, &ReadAmount<&TCustomPositionData::GetHoldingQuantity>},
     {"excluded_quantity", "", kFormatQuantity, false, &ReadAmount<&TCustomPositionData::GetExcludedQuantity>},
-    {"average_price", "Res_Precision_AvgPrice", kFormatPrice, false, &ReadField<kPositionAveragePrice>},
+    {"average_price", "Res_Precision_AvgPrice", kAveragePrice, false, &ReadField<kPositionAveragePrice>},
     {"buy_amount", "Res_TotalBuy", kFormatAmount, false,
      &ReadAmount<&TCustomPositionData::GetCompletedBuyAmount>},
     {"sell_amount", "Res_TotalSell", kFormatAmount, false,
@@ -96,9 +95,11 @@ const std::string& GetCaption(const TPositionColumn& column) {
                                                                column.FResourceKey);
 }
 
-std::string GetDisplayText(const TPositionColumn& column, const TVariant& value, TCode symbol) {
+std::string GetDisplayText(const TPositionColumn& column, const TVariant& value,
+                           const TFormatter& formatter) {
   if (column.FFormat == 0 || !value.IsNumber()) return value.AsText();
-  return TCustomFormatter::GetInstance().FormatValue(value.AsFloat(), column.FFormat, symbol, true);
+  if (column.FFormat == kAveragePrice) return formatter.FormatAveragePrice(value.AsFloat(), true);
+  return formatter.FormatValue(value.AsFloat(), column.FFormat, TCode(), true);
 }
 
 }  // namespace margindesk

@@ -19,57 +19,51 @@ namespace margindesk {
 namespace {
 
 // The values of the positions, by position and column.
-struct TPositionList {
-  std::vector<TCode> FSymbols;
-  std::vector<std::vector<TVariant>> FRows;
-};
+using TPositionRows = std::vector<std::vector<TVariant>>;
 
-TPositionList ReadPositions(const THostData& data, TCode account) {
+TPositionRows ReadPositions(const THostData& data, TCode account) {
   const auto control = CreateAccountTreeControl(true);
   TPositionMap positions;
   TCustomPositionAdapter::GetInstance().GetPositionList(account, positions);
-  TPositionList list;
+  TPositionRows rows;
   for (std::size_t i = 0; i < positions.GetCount(); ++i) {
     const TPositionSource source{*positions.GetPositions()[i], positions.GetKeys()[i], data, *control};
-    list.FSymbols.push_back(source.FPosition.GetSymbol());
-    auto& row = list.FRows.emplace_back();
+    auto& row = rows.emplace_back();
     for (const TPositionColumn& column : GetPositionColumns()) row.push_back(column.FRead(source));
   }
-  return list;
+  return rows;
 }
 
-bool IsShown(const TPositionList& list, std::size_t index) {
+bool IsShown(const TPositionRows& rows, std::size_t index) {
   const TPositionColumn& column = GetPositionColumns()[index];
   if (column.FResourceKey.empty()) return false;
-  return column.FAlways || std::ranges::any_of(list.FRows, [index](const std::vector<TVariant>& row) {
+  return column.FAlways || std::ranges::any_of(rows, [index](const std::vector<TVariant>& row) {
            return row[index].AsFloatOr(0) != 0;
          });
 }
 
-void WriteText(std::ostream& out, const TPositionList& list, bool colour) {
+void WriteText(std::ostream& out, const TPositionRows& rows, const TFormatter& formatter, bool colour) {
   const auto columns = GetPositionColumns();
   TTextTable table;
   std::vector<std::size_t> shown;
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (!IsShown(list, i)) continue;
+    if (!IsShown(rows, i)) continue;
     shown.push_back(i);
     table.AddColumn(GetCaption(columns[i]), columns[i].FFormat != 0);
   }
-  for (std::size_t row = 0; row < list.FRows.size(); ++row) {
+  for (const auto& row : rows) {
     std::vector<std::string> texts;
-    for (const std::size_t i : shown) {
-      texts.push_back(GetDisplayText(columns[i], list.FRows[row][i], list.FSymbols[row]));
-    }
+    for (const std::size_t i : shown) texts.push_back(GetDisplayText(columns[i], row[i], formatter));
     table.AddRow(texts);
   }
   table.Write(out, colour);
 }
 
-void WriteAsJson(std::ostream& out, const TPositionList& list, const std::string& account) {
+void WriteAsJson(std::ostream& out, const TPositionRows& rows, const std::string& account) {
   TJson document;
   document["account"] = account;
   document["positions"] = TJson::array();
-  for (const auto& row : list.FRows) {
+  for (const auto& row : rows) {
     TJson position;
     for (std::size_t i = 0; i < row.size(); ++i) position[GetPositionColumns()[i].FName] = MakeJson(row[i]);
     document["positions"].push_back(std::move(position));
@@ -77,11 +71,11 @@ void WriteAsJson(std::ostream& out, const TPositionList& list, const std::string
   WriteJson(out, document);
 }
 
-void WriteAsCsv(std::ostream& out, const TPositionList& list) {
+void WriteAsCsv(std::ostream& out, const TPositionRows& rows) {
   std::vector<std::string_view> names;
   for (const TPositionColumn& column : GetPositionColumns()) names.push_back(column.FName);
   WriteCsvLine(out, names);
-  for (const auto& row : list.FRows) {
+  for (const auto& row : rows) {
     std::vector<std::string> texts;
     for (const TVariant& value : row) texts.push_back(value.AsText());
     WriteCsvLine(out, std::vector<std::string_view>(texts.begin(), texts.end()));
@@ -98,16 +92,16 @@ void TPositionsCommand::AddOptions(CLI::App& app) {
 int TPositionsCommand::Run(TSession& session, std::ostream& out) {
   TReferenceHost& host = session.Host();
   const TCode account = FindAccount(FAccount).GetAccountID();
-  const TPositionList list = ReadPositions(host.Data(), account);
+  const TPositionRows rows = ReadPositions(host.Data(), account);
   switch (FFormat.Get()) {
     case TOutputFormat::kText:
-      WriteText(out, list, session.Terminal().FColour);
+      WriteText(out, rows, host.Formatter(), session.Terminal().FColour);
       break;
     case TOutputFormat::kJson:
-      WriteAsJson(out, list, account);
+      WriteAsJson(out, rows, account);
       break;
     case TOutputFormat::kCsv:
-      WriteAsCsv(out, list);
+      WriteAsCsv(out, rows);
       break;
   }
   return kExitFine;

@@ -53,7 +53,7 @@ TEST_F(Lists, LeaveOutPositionColumnsThatHoldNothing) {
       result.FOut,
       "Symbol  Name         L/S  Currency  Position Qty  Average Price  Total Buy Amount  Market Value  "
       "Total P/L  Realized P/L  Unrealized P/L\n"
-      "90101   Lantern Bay  L    HKD              2,000         62.850          6,250.00    100,000.00  "
+      "90101   Lantern Bay  L    HKD              2,000        62.8500          6,250.00    100,000.00  "
       "  -600.00        150.50         -750.50\n"
       "ZZOB                 S    USD                 -5                             0.00                "
       "     0.00          0.00            0.00\n");
