@@ -129,7 +129,12 @@ TEST(AccountTest, AMasterHasTheSubAccountsThatNameItNow) {
   host.Data().SetAccount(moved);
   EXPECT_EQ(subAccounts(), "B");
   host.Data().Replace(book.Contents());
-  EXPECT_EQ(subAccounts(), "AB") << "nobody is named twice after a reload";
+  EXPECT_EQ(subAccounts(), "AB");
+  TTestBook smaller;
+  smaller.Account("M").MasterType(10);
+  smaller.Account("B").Master("M");
+  host.Data().Replace(smaller.Contents());
+  EXPECT_EQ(subAccounts(), "B") << "an account that is gone is nobody's sub-account";
 }
 
 TEST(AccountTest, CustomFieldsAreFoundUnderTheKeysOfTheDeployment) {

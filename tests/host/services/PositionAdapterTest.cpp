@@ -160,9 +160,11 @@ TEST_F(PositionAdapterTest, APriceReachesTheAccountsThatHoldTheSymbolNow) {
   FHost.RunLoop();
   EXPECT_THAT(FRecorder.Take(), IsEmpty()) << "no price changed";
   FHost.Data().SetPrice(TCode("5"), LastPrice(63));
+  FHost.RunLoop();
+  EXPECT_THAT(FRecorder.Take(), ElementsAre("A2(5)"));
   FHost.Data().SetPrice(TCode("700"), LastPrice(401));
   FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700) A2(5 700)"));
+  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700) A2(700)"));
 }
 
 TEST_F(PositionAdapterTest, AReopenedMarketCountsAsANewPrice) {
@@ -173,9 +175,11 @@ TEST_F(PositionAdapterTest, AReopenedMarketCountsAsANewPrice) {
   FHost.RunLoop();
   FAdapter.AddPositionMarketDataHandler(FRecorder.Positions(), this);
   FHost.Data().SetExchangeOpen(TCode("HK"), true);
-  FHost.Data().SetExchangeOpen(TCode("HK"), true);
   FHost.RunLoop();
   EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700)"));
+  FHost.Data().SetExchangeOpen(TCode("HK"), true);
+  FHost.RunLoop();
+  EXPECT_THAT(FRecorder.Take(), IsEmpty()) << "it was open already";
 }
 
 TEST(PositionValueTest, APositionIsWorthItsQuantityAtThePriceTimesTheContractSize) {
