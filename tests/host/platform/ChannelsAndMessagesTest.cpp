@@ -10,7 +10,7 @@
 #include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
 #include "model/contract/Datadef.h"
-#include "tests/framework/Listener.h"
+#include "tests/host/platform/Listener.h"
 
 namespace margindesk {
 namespace {

@@ -9,8 +9,8 @@
 
 #include "host/services/ConfigManager.h"
 #include "host/services/MessageBoxCtrl.h"
-#include "tests/framework/Listener.h"
 #include "tests/host/book/BookTestFiles.h"
+#include "tests/host/platform/Listener.h"
 
 namespace margindesk {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "host/services/TimerControl.h"
 #include "host/services/UiLoop.h"
-#include "tests/framework/Listener.h"
+#include "tests/host/platform/Listener.h"
 
 namespace margindesk {
 namespace {
