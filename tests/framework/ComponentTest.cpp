@@ -1,125 +1,127 @@
+#include <functional>
 #include <memory>
-#include <stdexcept>
 
 #include <gmock/gmock.h>
 
-#include "model/contract/Basedcdatacontrol.h"
-#include "model/contract/ConfigManager.h"
+#include "model/contract/Baseview.h"
 
 namespace margindesk {
 namespace {
 
 using testing::ElementsAre;
 
-class TTraced : public TComponent {
- public:
-  TTraced(TComponent* owner, std::vector<std::string>& log, const std::string& name)
-      : TComponent(owner), FLog(log) {
-    if (name.empty()) throw std::invalid_argument("a component needs a name here");
+using TLog = std::vector<std::string>;
+
+struct TTraced : TComponent {
+  TTraced(TComponent* owner, TLog& log, const std::string& name) : TComponent(owner), FLog(log) {
     SetComponentName(name);
   }
   ~TTraced() override { FLog.push_back(GetComponentName()); }
 
- private:
-  std::vector<std::string>& FLog;
+  TLog& FLog;
 };
 
 TEST(Component, AnOwnerDeletesWhatItStillOwnsTheLastMadeFirst) {
-  std::vector<std::string> log;
+  TLog log;
   auto owner = std::make_unique<TComponent>(nullptr);
   new TTraced(owner.get(), log, "first");
   auto* second = new TTraced(owner.get(), log, "second");
   auto* third = new TTraced(owner.get(), log, "third");
   new TTraced(third, log, "child of the third");
   EXPECT_EQ(owner->FindComponent("second"), second);
-  EXPECT_EQ(owner->FindComponent("Second"), nullptr);
   EXPECT_EQ(owner->FindComponent("child of the third"), nullptr) << "an owner knows its own components only";
-
   delete second;
-  EXPECT_EQ(owner->FindComponent("second"), nullptr);
-  EXPECT_THROW(TTraced(owner.get(), log, ""), std::invalid_argument);
-  EXPECT_EQ(owner->GetComponents().size(), 2U) << "one that failed to be made leaves nothing behind";
+  EXPECT_EQ(owner->GetComponents().size(), 2U);
   owner.reset();
   EXPECT_THAT(log, ElementsAre("second", "third", "child of the third", "first"));
 }
 
-// A configuration that holds nothing and counts its listeners.
-class TEmptyConfig : public TCustomConfigManager {
- public:
-  void AddConfigUpdateHandler(THandler handler, const void* owner) override { FHandlers.Add(handler, owner); }
-  void RemoveConfigUpdateHandler(const void* owner) override { FHandlers.RemoveOwner(owner); }
-  std::string ReadString(std::string_view, std::string_view) const override { return {}; }
-  std::int32_t ReadInteger(std::string_view, std::string_view) const override { return 0; }
-  bool ReadBool(std::string_view, std::string_view) const override { return false; }
-  std::string GetUserSection() const override { return {}; }
-  void WriteString(std::string_view, std::string_view, std::string_view, bool) override {}
-  bool CanApplyLayout() const override { return false; }
-
-  THandlerList FHandlers;
-};
-
-template <class TBase>
-class TNoRows : public TBase {
- public:
-  using TBase::GetDisplayValue;
-  using TBase::GetValue;
-  using TBase::TBase;
-  std::int32_t GetCount() override { return 0; }
-  const TColumnList* GetColList() override { return nullptr; }
-  TVariant GetValue(std::int32_t, std::int32_t) override { return {}; }
-  std::string GetDisplayValue(std::int32_t, std::int32_t) override { return {}; }
-  bool GetRowValue(std::int32_t, const void*&) override { return false; }
-  bool GetColValue(std::int32_t, const void*&) override { return false; }
-};
-
-class TNoTree : public TNoRows<TCustomTreeDataControl> {
- public:
-  using TNoRows::GetDisplayValue;
-  using TNoRows::GetValue;
-  using TNoRows::TNoRows;
-  TDataNode* GetParentNode(TDataNode*) override { return nullptr; }
-  TDataNode* GetNode(std::int32_t) override { return nullptr; }
-  TDataNode* GetChildNode(TDataNode*, std::int32_t) override { return nullptr; }
-  std::int32_t GetChildNodeCount(TDataNode*) override { return 0; }
-  TDataNode* GetRootNode() override { return nullptr; }
-  TVariant GetValue(TDataNode*, std::int32_t) override { return {}; }
-  std::string GetDisplayValue(TDataNode*, std::int32_t) override { return {}; }
-  void SetColumnList(const TColumnList& columns) override { FColumns = &columns; }
-
-  const TColumnList* FColumns = nullptr;
-};
-
-struct TChangeCounter {
-  void Count(TBaseDataControl* sender) { FSenders.push_back(sender); }
-  std::vector<TBaseDataControl*> FSenders;
-};
-
-TEST(DataControl, TellsItsViewOfChangesAndOfTheConfigurationUntilItGoes) {
-  TEmptyConfig config;
-  const TServiceScope<TCustomConfigManager> scope(config);
-  TChangeCounter counter;
-  {
-    TCustomGridDataSource grid(&CreateGridDataControl<TNoRows<TCustomDataControl>>);
-    TColumnList columns;
-    TCustomTreeDataSource tree(columns, &CreateTreeDataControl<TNoTree>);
-    EXPECT_EQ(static_cast<TNoTree*>(tree.GetDataControl())->FColumns, &columns);
-    EXPECT_EQ(grid.GetDataControl()->GetOwner(), &grid);
-    EXPECT_EQ(config.FHandlers.GetCount(), 2U);
-
-    grid.GetDataControl()->Changed();  // nobody listens yet
-    grid.GetDataControl()->SetOnChange(MakeDataChangeEvent<&TChangeCounter::Count>(&counter));
-    tree.GetDataControl()->SetOnChange(MakeDataChangeEvent<&TChangeCounter::Count>(&counter));
-    config.FHandlers.Notify(nullptr, nullptr);
-    tree.GetDataControl()->Changed();
-    EXPECT_THAT(counter.FSenders,
-                ElementsAre(grid.GetDataControl(), tree.GetDataControl(), tree.GetDataControl()));
+// A frame that offers the operations, logs that it goes and then does what the test wants.
+struct TFullFrame : TViewFrame {
+  TFullFrame(TLog& log, std::string name) : TViewFrame(nullptr), FLog(log) {
+    SetComponentName(std::move(name));
+    FButtons[1]->FOnClickObject = this;
+    FButtons[1]->FOnClick = [](void* object, void* sender) {
+      auto* self = static_cast<TFullFrame*>(object);
+      if (sender == self->FButtons[1]) self->FLog.emplace_back("click"), self->FAction();
+    };
   }
-  EXPECT_EQ(config.FHandlers.GetCount(), 0U) << "no list names a control that is gone";
+  ~TFullFrame() override {
+    FLog.push_back("gone " + GetComponentName());
+    if (FAction) FAction();
+  }
+
+  bool SetLanguage(std::int32_t index) override { return index == 2; }
+  bool GetLayoutData(std::string& layout) override { return layout = "Account=A1001", true; }
+  const std::vector<TCaptionButton*>* GetViewCaptionButtons() override { return &FButtons; }
+  bool GetViewCaption(std::string& caption) override { return caption = "Account A1001", true; }
+  bool GetWidth(std::int32_t& width) override { return width = 370, true; }
+
+  TLog& FLog;
+  std::function<void()> FAction;
+  std::vector<TCaptionButton*> FButtons{new TCaptionButton(this), new TCaptionButton(this)};
+};
+
+struct View : testing::Test {
+  TLog FLog;
+  std::unique_ptr<TIBaseView> FView = std::make_unique<TIBaseView>(nullptr);
+
+  TViewHandle Open(std::string name) {
+    return FView->AddView(std::make_unique<TFullFrame>(FLog, std::move(name)));
+  }
+  TFullFrame* Frame(TViewHandle handle) { return static_cast<TFullFrame*>(FView->FindFrame(handle)); }
+};
+
+TEST_F(View, KeepsFramesUnderHandlesThatAreNeverGivenOutTwiceAndClosesTheLastOpenedFirst) {
+  TIBaseView otherView(nullptr);
+  const TViewHandle first = Open("first");
+  const TViewHandle elsewhere = otherView.AddView(std::make_unique<TFullFrame>(FLog, "elsewhere"));
+  FView->CloseInstance(first);
+  const TViewHandle second = Open("second");
+  const TViewHandle third = Open("third");
+  EXPECT_TRUE(0 < first && first < elsewhere && elsewhere < second && second < third);
+  FView->CloseInstance(first);
+  EXPECT_THAT(FView->GetHandles(), ElementsAre(second, third));
+  EXPECT_FALSE(FView->ContainView(first) || FView->ContainView(elsewhere));
+  EXPECT_EQ(FView->FindHandle(Frame(third)), third);
+  // A frame that goes finds its own handle unknown already, and may still ask for the others.
+  Frame(third)->FAction = [this, second, third, view = FView.get()] {
+    FLog.emplace_back(view->ContainView(third) ? "still there" : "forgotten");
+    FLog.emplace_back(view->ContainView(second) ? "second open" : "second closed");
+  };
+  FView.reset();
+  EXPECT_THAT(FLog, ElementsAre("gone first", "gone third", "forgotten", "second open", "gone second"));
 }
 
-TEST(DataControl, LivesWithoutAConfiguration) {
-  ASSERT_FALSE(TCustomConfigManager::HasInstance());
-  EXPECT_NO_THROW(TCustomGridDataSource(&CreateGridDataControl<TNoRows<TCustomDataControl>>));
+TEST_F(View, AsksTheFrameOfTheHandleAndAnswersNothingWhereThereIsNoneOrItDoesNotOfferTheOperation) {
+  const TViewHandle closed = Open("closed");
+  const TViewHandle full = Open("frame");
+  FView->CloseInstance(closed);
+  const TViewHandle plain = FView->AddView(std::make_unique<TViewFrame>(nullptr));
+  const TViewHandle noView = FView->AddView(std::make_unique<TFrame>(nullptr));
+  for (const TViewHandle handle : {full, TViewHandle{0}, closed, plain, noView}) {
+    SCOPED_TRACE(handle);
+    const bool answers = handle == full;
+    std::int32_t width = 7;
+    std::string caption = "kept";
+    EXPECT_EQ(FView->GetWidth(handle, width), answers);
+    EXPECT_EQ(FView->GetViewCaption(handle, caption), answers);
+    EXPECT_EQ(FView->SetLanguage(handle, 2), answers);
+    EXPECT_FALSE(FView->SetLanguage(handle, 1)) << "the frame's answer, not the view's";
+    EXPECT_EQ(width, answers ? 370 : 7);
+    EXPECT_EQ(caption, answers ? "Account A1001" : "kept");
+    EXPECT_EQ(FView->GetLayoutData(handle), answers ? "Account=A1001" : "");
+  }
+}
+
+TEST_F(View, AClickReachesTheButtonOfThatIndexWhichMayCloseItsFrame) {
+  const TViewHandle handle = Open("frame");
+  // No such button, and one without a click.
+  for (const std::int32_t index : {-1, 0, 2}) FView->HandleCaptionButtonClick(handle, index);
+  Frame(handle)->FAction = [this, handle] { FView->CloseInstance(handle); };
+  FView->HandleCaptionButtonClick(handle, 1);
+  FView->HandleCaptionButtonClick(handle, 1);
+  EXPECT_THAT(FLog, ElementsAre("click", "gone frame"));
 }
 
 }  // namespace

@@ -2,24 +2,21 @@
 
 #include "tests/framework/FrameworkModule.h"
 
-#include "model/contract/FormatSettings.h"
-#include "model/contract/LanguageManager.h"
+#include "model/contract/MessageBoxCtrl.h"
 
 namespace margindesk {
 namespace {
 
-class TModuleFrame : public TViewFrame {
- public:
+struct TModuleFrame : TViewFrame {
   TModuleFrame() : TViewFrame(nullptr) {}
   bool GetViewCaption(std::string& caption) override { return caption = "from the module", true; }
 };
 
 constexpr TModuleEntry kEntry{
     []() -> void* {
-      return TCustomLanguageManager::HasInstance() ? &TCustomLanguageManager::GetInstance() : nullptr;
+      return TCustomMessageBoxCtrl::HasInstance() ? &TCustomMessageBoxCtrl::GetInstance() : nullptr;
     },
     [](std::string_view text) { return TCode(text); },
-    []() -> const TFormatSettings* { return &GetProcessFormatSettings(); },
     []() -> std::unique_ptr<TFrame> { return std::make_unique<TModuleFrame>(); },
     [](std::string_view text) { throw EConvertError(std::string(text)); },
 };

@@ -9,13 +9,10 @@
 
 namespace margindesk {
 
-struct TFormatSettings;
-
 // What the test's loadable library offers: how it sees, from its side, what there must be one of.
 struct TModuleEntry {
-  void* (*FGetLanguageManager)();  // null while none is installed
+  void* (*FGetMessages)();  // null while none are installed
   TCode (*FMakeCode)(std::string_view text);
-  const TFormatSettings* (*FGetFormatSettings)();
   std::unique_ptr<TFrame> (*FMakeFrame)();  // its caption is "from the module"
   void (*FThrow)(std::string_view text);    // an EConvertError
 };

@@ -1,16 +1,46 @@
+#include <atomic>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 
 #include "model/contract/Handlers.h"
-#include "tests/framework/Listener.h"
+
+static std::atomic<std::size_t> allocationCount = 0;
+
+// Of this test program alone. Never inlined, or the compiler takes free for the wrong partner of new.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  ++allocationCount;
+  return std::malloc(size);  // NOLINT(cppcoreguidelines-no-malloc)
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace margindesk {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
+
+using TCallLog = std::vector<std::string>;
+
+// Writes its name into a log when it is notified, and then does what the test wants.
+struct TListener {
+  std::string FName;
+  TCallLog& FLog;
+  std::function<void()> FAction;
+  std::pair<void*, void*> FArguments;
+
+  void Handle(void* sender, void* data) {
+    FLog.push_back(FName);
+    FArguments = {sender, data};
+    if (FAction) FAction();
+  }
+  THandler GetHandler() { return MakeHandler<&TListener::Handle>(this); }
+};
+
+const std::vector<TCode> kKeys{TCode("A1001"), TCode("A1002"), TCode("A1003")};
 
 // The three ways of notifying, which keep the same promises.
 struct TGlobal {
@@ -21,157 +51,164 @@ struct TGlobal {
 
 struct TKeyed {
   TKeyedHandlerList FList;
-  TCode FKey{"HK0700"};
-  void Add(THandler handler, const void* owner) { FList.Register(FKey, handler, owner); }
-  void Notify(void* sender, void* data) { FList.Notify(FKey, sender, data); }
+  std::vector<TCode> FKeys = kKeys;  // they go with the list
+  void Add(THandler handler, const void* owner) { FList.Register(FKeys[1], handler, owner); }
+  void Notify(void* sender, void* data) { FList.Notify(FKeys[1], sender, data); }
 };
 
-struct TOnce {
-  TKeyedHandlerList FList;
-  std::vector<TCode> FKeys{TCode("HK0005"), TCode("HK0700"), TCode("HK0941")};
-  void Add(THandler handler, const void* owner) { FList.Register(FKeys[1], handler, owner); }
+struct TOnce : TKeyed {
   void Notify(void* sender, void* data) { FList.NotifyOnce(FKeys, sender, data); }
 };
 
 template <class T>
-class HandlerListPromises : public testing::Test {
- public:
-  ~HandlerListPromises() override { SetHandlerFaultSink(FSinkBefore); }
-
- protected:
-  void Notify() { FSubject->Notify(nullptr, nullptr); }
-  auto& List() { return FSubject->FList; }
-
+struct HandlerListPromises : testing::Test {
+  TCallLog Notify() {
+    FLog.clear();
+    FSubject->Notify(nullptr, nullptr);
+    return FLog;
+  }
   // Every listener is an owner of its own.
   void AddAll(std::initializer_list<TListener*> listeners) {
     for (TListener* listener : listeners) FSubject->Add(listener->GetHandler(), listener);
   }
 
-  static void KeepFault(std::string_view what) { FFaults.emplace_back(what); }
-
   std::unique_ptr<T> FSubject = std::make_unique<T>();
   TCallLog FLog;
-  TListener FFirst{"first", &FLog, {}};
-  TListener FSecond{"second", &FLog, {}};
-  TListener FThird{"third", &FLog, {}};
-  TListener FFourth{"fourth", &FLog, {}};
-  static inline std::vector<std::string> FFaults;
-
- private:
-  THandlerFaultSink FSinkBefore = (FFaults.clear(), SetHandlerFaultSink(&KeepFault));
+  TListener FFirst{"first", FLog, {}, {}};
+  TListener FSecond{"second", FLog, {}, {}};
+  TListener FThird{"third", FLog, {}, {}};
+  TListener FFourth{"fourth", FLog, {}, {}};
+  static inline TCallLog FFaults;
 };
 
 using TWays = testing::Types<TGlobal, TKeyed, TOnce>;
 TYPED_TEST_SUITE(HandlerListPromises, TWays, );
 
-TYPED_TEST(HandlerListPromises, HandlersRunInTheOrderOfTheirRegistrationWithSenderAndData) {
-  int sender = 0;
-  int data = 0;
-  this->AddAll({&this->FSecond, &this->FFirst, &this->FThird});
-  this->FSubject->Add(THandler(), this);  // no handler is no registration
-  this->FSubject->Notify(&sender, &data);
-  EXPECT_THAT(this->FLog, ElementsAre("second", "first", "third"));
-  EXPECT_EQ(this->FThird.FSender, &sender);
-  EXPECT_EQ(this->FThird.FData, &data);
-  EXPECT_EQ(this->List().GetCount(), 3U);
-}
-
-TYPED_TEST(HandlerListPromises, AHandlerMayRemoveItselfItsNeighboursAndItsWholeOwner) {
-  auto& list = this->List();
+TYPED_TEST(HandlerListPromises, HandlersRunInOrderAndMayRemoveThemselvesTheirNeighboursAndTheirOwner) {
+  auto& list = this->FSubject->FList;
   this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
+  this->FSubject->Add(THandler(), this);  // no handler is no registration
   this->FSecond.FAction = [&] { list.RemoveOwner(&this->FSecond); };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first", "second", "third")) << "a handler that removes itself";
-  EXPECT_EQ(list.GetCountOf(&this->FSecond), 0U);
+  this->FSubject->Notify(this, &list);
+  EXPECT_THAT(this->FLog, ElementsAre("first", "second", "third")) << "one that removes itself";
+  EXPECT_EQ(this->FThird.FArguments, (std::pair<void*, void*>(this, &list)));
 
-  this->FLog.clear();
   this->AddAll({&this->FSecond, &this->FFourth});
   this->FThird.FAction = [&] {
     list.RemoveOwner(&this->FFirst);
     list.RemoveOwner(&this->FSecond);
-    EXPECT_EQ(list.GetCount(), 2U) << "gone at once, though the pass still runs";
   };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first", "third", "fourth")) << "the neighbours before and after";
+  EXPECT_THAT(this->Notify(), ElementsAre("first", "third", "fourth")) << "the neighbours before and after";
 
-  this->FLog.clear();
   this->FThird.FAction = nullptr;
   this->FSubject->Add(this->FFirst.GetHandler(), this);
   this->FSubject->Add(this->FSecond.GetHandler(), this);
   this->AddAll({&this->FSecond});
   this->FFirst.FAction = [&] { list.RemoveOwner(this); };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("third", "fourth", "first", "second"))
-      << "the whole owner, and it alone";
+  EXPECT_THAT(this->Notify(), ElementsAre("third", "fourth", "first", "second")) << "the owner, it alone";
 
   for (TListener* owner : {&this->FSecond, &this->FThird, &this->FFourth}) list.RemoveOwner(owner);
   EXPECT_EQ(list.GetCount(), 0U);
-  this->FLog.clear();
-  this->Notify();
-  EXPECT_THAT(this->FLog, IsEmpty());
 }
 
-TYPED_TEST(HandlerListPromises, OneAddedDuringAPassWaitsForTheNext) {
-  this->AddAll({&this->FFirst, &this->FSecond});
+TYPED_TEST(HandlerListPromises, OneAddedDuringAPassWaitsForTheNextWhichMayBeNested) {
+  auto& list = this->FSubject->FList;
+  this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
   this->FFirst.FAction = [&] {
-    for (int i = 0; i < 100; ++i) this->AddAll({&this->FThird});
-    this->List().RemoveOwner(&this->FThird);
-    this->AddAll({&this->FThird});
-    this->List().RemoveOwner(&this->FSecond);
-    this->AddAll({&this->FSecond});  // registered again: it waits as well
+    for (int i = 0; i < 100; ++i) this->AddAll({&this->FFourth});  // the list's memory moves
+    list.RemoveOwner(&this->FFourth);
+    list.RemoveOwner(&this->FSecond);
+    this->AddAll({&this->FFourth, &this->FSecond});  // registered again: it waits as well
     this->FFirst.FAction = nullptr;
   };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first"));
-  this->FLog.clear();
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first", "third", "second"));
+  EXPECT_THAT(this->Notify(), ElementsAre("first", "third"));
+
+  this->FFirst.FAction = [&] {
+    this->FFirst.FAction = nullptr;
+    this->FFourth.FAction = [&] { list.RemoveOwner(&this->FThird); };
+    this->FSubject->Notify(nullptr, nullptr);
+    this->FLog.push_back("outer");
+  };
+  EXPECT_THAT(this->Notify(),
+              ElementsAre("first", "first", "third", "fourth", "second", "outer", "fourth", "second"));
 }
 
 TYPED_TEST(HandlerListPromises, AnExceptionReachesNeitherTheListNorTheOtherHandlers) {
+  this->FFaults.clear();
+  const auto before = SetHandlerFaultSink([](auto what) { TestFixture::FFaults.emplace_back(what); });
   this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
   this->FFirst.FAction = [&] {
-    this->List().RemoveOwner(&this->FFirst);
+    this->FSubject->FList.RemoveOwner(&this->FFirst);
     throw std::runtime_error("no such account");
   };
   this->FSecond.FAction = [] { throw 1; };
-  EXPECT_NO_THROW(this->Notify());
-  EXPECT_THAT(this->FLog, ElementsAre("first", "second", "third"));
+  EXPECT_THAT(this->Notify(), ElementsAre("first", "second", "third"));
   EXPECT_THAT(this->FFaults, ElementsAre("no such account", "unknown exception"));
-  EXPECT_EQ(this->List().GetCount(), 2U);
-
   SetHandlerFaultSink([](std::string_view) { throw std::runtime_error("a sink that fails itself"); });
-  EXPECT_NO_THROW(this->Notify());
-  SetHandlerFaultSink(nullptr);
-  EXPECT_NO_THROW(this->Notify());
-  EXPECT_EQ(this->FLog.size(), 7U);
+  EXPECT_THAT(this->Notify(), ElementsAre("second", "third"));
+  SetHandlerFaultSink(before);
 }
 
-TYPED_TEST(HandlerListPromises, ANestedPassWorks) {
-  this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
-  this->FFirst.FAction = [&] {
-    this->FFirst.FAction = nullptr;
-    this->AddAll({&this->FFourth});  // waits for the next pass, and the nested one is the next
-    this->FThird.FAction = [&] { this->List().RemoveOwner(&this->FSecond); };
-    this->Notify();
-    this->FLog.push_back("outer");
-  };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first", "first", "second", "third", "fourth", "outer", "third"));
-  EXPECT_EQ(this->List().GetCount(), 3U);
-}
-
-TYPED_TEST(HandlerListPromises, TheListMayGoDuringAPass) {
+TYPED_TEST(HandlerListPromises, TheListMayGoDuringANestedPassAndBothPassesEnd) {
   this->AddAll({&this->FFirst, &this->FSecond});
   this->FFirst.FAction = [&] {
-    if (this->FLog.size() == 1) {
-      this->Notify();
-    } else {
-      this->FSubject.reset();  // inside the nested pass: both passes end
-    }
+    if (this->FLog.size() == 1) return this->FSubject->Notify(nullptr, nullptr);
+    this->FSubject.reset();
   };
-  this->Notify();
-  EXPECT_THAT(this->FLog, ElementsAre("first", "first"));
+  EXPECT_THAT(this->Notify(), ElementsAre("first", "first"));
+}
+
+TYPED_TEST(HandlerListPromises, APassOfAListThatHasRunBeforeAllocatesNothing) {
+  this->FLog.reserve(6);
+  this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
+  this->FSubject->Notify(nullptr, nullptr);
+  const std::size_t before = allocationCount;
+  this->FSubject->Notify(nullptr, nullptr);
+  EXPECT_EQ(allocationCount, before);
+  EXPECT_EQ(this->FLog.size(), 6U);
+}
+
+struct KeyedHandlerList : testing::Test {
+  TCallLog NotifyOnce(const std::vector<TCode>& keys) {
+    FLog.clear();
+    FList.NotifyOnce(keys, nullptr, nullptr);
+    return FLog;
+  }
+
+  const TCode kA = kKeys[0], kB = kKeys[1], kC = kKeys[2];
+  TCallLog FLog;
+  TKeyedHandlerList FList;
+  TListener FTree{"tree", FLog, {}, {}};
+  TListener FGrid{"grid", FLog, {}, {}};
+};
+
+TEST_F(KeyedHandlerList, APreviousKeyMovesTheOwnersSubscriptionsInOneStep) {
+  FList.Register(kA, FTree.GetHandler(), &FTree);
+  FList.Register(kA, FTree.GetHandler(), &FTree);
+  FList.Register(kA, FGrid.GetHandler(), &FGrid);
+  FList.Register(kB, FTree.GetHandler(), &FTree, kA);
+  FList.Notify(kA, nullptr, nullptr);
+  EXPECT_THAT(FLog, ElementsAre("grid")) << "every one of the owner's has left, nobody else's";
+  FList.Register(kB, FTree.GetHandler(), &FTree, kB);
+  EXPECT_THAT(NotifyOnce({kB}), ElementsAre("tree")) << "moved to where it was";
+  FList.Register(kC, FTree.GetHandler(), &FTree, kA);
+  FList.Unregister(kC, &FTree);
+  EXPECT_TRUE(!FList.HasKey(kC) && FList.HasKey(kB)) << "only the one key was named";
+  FGrid.FAction = [&] { FList.Register(kC, FTree.GetHandler(), &FTree, kB); };
+  EXPECT_THAT(NotifyOnce({kA, kB, kC}), ElementsAre("grid")) << "moved in a pass, it waits";
+  FList.Register(TCode(), FTree.GetHandler(), &FTree, kC);
+  EXPECT_EQ(FList.GetCountOf(&FTree), 0U) << "an empty key only ends";
+  FList.RemoveOwner(&FGrid);
+  EXPECT_EQ(FList.GetCount(), 0U);
+}
+
+TEST_F(KeyedHandlerList, NotifyOnceCallsEachHandlerAndOwnerTheFirstTimeItIsMet) {
+  FList.Register(kA, FTree.GetHandler(), &FTree);
+  FList.Register(kA, FTree.GetHandler(), &FTree);
+  FList.Register(kB, FGrid.GetHandler(), &FGrid);
+  FList.Register(kB, FTree.GetHandler(), &FTree);
+  FList.Register(kC, FTree.GetHandler(), &FGrid);
+  EXPECT_THAT(NotifyOnce({kC, kA, kB, kA}), ElementsAre("tree", "tree", "grid")) << "once an owner";
 }
 
 }  // namespace

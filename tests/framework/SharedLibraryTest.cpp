@@ -1,27 +1,15 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include "model/contract/FormatSettings.h"
-#include "model/contract/LanguageManager.h"
+#include "model/contract/MessageBoxCtrl.h"
 #include "tests/framework/FrameworkModule.h"
 
 namespace margindesk {
 namespace {
 
-class TSilentLanguages : public TCustomLanguageManager {
- public:
-  const std::string& GetLanguageText(std::string_view, std::string_view, std::int32_t, std::int32_t,
-                                     const std::string*) const override {
-    return FEmpty;
-  }
-  std::int32_t GetLanguageIndex() const override { return kLanguageEnglish; }
-  void GetSectionKeys(std::string_view, std::vector<std::string>&) const override {}
-  const std::string& GetSectionKeyValue(std::string_view, std::string_view, std::string_view) const override {
-    return FEmpty;
-  }
-
- private:
-  std::string FEmpty;
+struct TSilentMessages : TCustomMessageBoxCtrl {
+  void ShowMessage(std::string_view) override {}
+  std::int32_t ShowConfirmation(std::string_view) override { return 0; }
 };
 
 TEST(SharedLibrary, ALoadedLibrarySharesServicesCodesAndClassesAndReallyGoes) {
@@ -31,18 +19,15 @@ TEST(SharedLibrary, ALoadedLibrarySharesServicesCodesAndClassesAndReallyGoes) {
   ASSERT_NE(getEntry, nullptr) << dlerror();
   const TModuleEntry& entry = *getEntry();
 
-  EXPECT_EQ(entry.FGetLanguageManager(), nullptr);
-  TSilentLanguages languages;
+  TSilentMessages messages;
   {
-    const TServiceScope<TCustomLanguageManager> scope(languages);
-    EXPECT_EQ(entry.FGetLanguageManager(), &languages) << "one slot for both sides";
+    const TServiceScope<TCustomMessageBoxCtrl> scope(messages);
+    EXPECT_EQ(entry.FGetMessages(), &messages) << "one slot for both sides";
   }
-  EXPECT_EQ(entry.FGetLanguageManager(), nullptr);
+  EXPECT_EQ(entry.FGetMessages(), nullptr);
 
   const TCode code = entry.FMakeCode("FROM THE MODULE");
   EXPECT_EQ(code, TCode("FROM THE MODULE"));
-  EXPECT_TRUE(entry.FMakeCode("").IsEmpty());
-  EXPECT_EQ(entry.FGetFormatSettings(), &GetProcessFormatSettings());
   EXPECT_THROW(entry.FThrow("abc"), EConvertError);
 
   std::string caption;
