@@ -14,7 +14,7 @@ quietly "configuring build/clang" "$commands/configure.log" ninja -C "$commands"
 
 # Units that the build generates are left out.
 paths=("$@")
-[[ $# -gt 0 ]] || paths=(accountinfo bench controls forms fuzz host marginsim model plugin terminal tests)
+[[ $# -gt 0 ]] || paths=(accountinfo bench controls forms fuzz host marginsim model plugin terminal tests tools)
 paths=("${paths[@]/#/$root/}")
 for path in "$@"; do
   grep -qF "\"file\": \"$root/$path" "$commands/compile_commands.json" || fail "no source begins with $path"

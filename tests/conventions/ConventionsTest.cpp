@@ -4,10 +4,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "tests/conventions/IncludeRules.h"
-#include "tests/conventions/ResourceKeys.h"
-#include "tests/conventions/SourceLists.h"
-#include "tests/conventions/SourceTree.h"
+#include "tools/conventions/IncludeRules.h"
+#include "tools/conventions/ResourceKeys.h"
+#include "tools/conventions/SourceLists.h"
+#include "tools/conventions/SourceTree.h"
 
 namespace margindesk {
 namespace {

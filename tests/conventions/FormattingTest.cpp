@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/conventions/Formatting.h"
-#include "tests/conventions/SourceTree.h"
+#include "tools/conventions/Formatting.h"
+#include "tools/conventions/SourceTree.h"
 
 namespace margindesk {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/conventions/Formatting.h"
+#include "tools/conventions/Formatting.h"
 
 #include <algorithm>
 #include <array>

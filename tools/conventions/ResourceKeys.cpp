@@ -1,4 +1,4 @@
-#include "tests/conventions/ResourceKeys.h"
+#include "tools/conventions/ResourceKeys.h"
 
 #include <map>
 #include <regex>
@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "host/book/Utf8.h"
-#include "tests/conventions/StringLiterals.h"
+#include "tools/conventions/StringLiterals.h"
 
 namespace margindesk {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/conventions/SourceTree.h"
+#include "tools/conventions/SourceTree.h"
 
 namespace margindesk {
 

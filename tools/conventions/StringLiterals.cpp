@@ -1,4 +1,4 @@
-#include "tests/conventions/StringLiterals.h"
+#include "tools/conventions/StringLiterals.h"
 
 #include <algorithm>
 #include <string>

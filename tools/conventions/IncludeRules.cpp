@@ -1,4 +1,4 @@
-#include "tests/conventions/IncludeRules.h"
+#include "tools/conventions/IncludeRules.h"
 
 #include <algorithm>
 #include <array>
@@ -54,6 +54,7 @@ constexpr std::array kFolders{
     TFolderRule{"tests/", kTests, kForTests},
     TFolderRule{"bench/", kTests, kForTests},
     TFolderRule{"fuzz/", kTests, kForTests},
+    TFolderRule{"tools/", kTests, kForTests},
 };
 
 // A file that may include more than its folder, and why.

@@ -1,4 +1,4 @@
-#include "tests/conventions/SourceLists.h"
+#include "tools/conventions/SourceLists.h"
 
 #include <map>
 #include <set>

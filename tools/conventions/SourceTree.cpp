@@ -1,4 +1,4 @@
-#include "tests/conventions/SourceTree.h"
+#include "tools/conventions/SourceTree.h"
 
 #include <algorithm>
 #include <fstream>

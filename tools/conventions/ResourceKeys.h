@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "tests/conventions/SourceTree.h"
+#include "tools/conventions/SourceTree.h"
 
 namespace margindesk {
 
