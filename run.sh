@@ -4,7 +4,7 @@
 set -euo pipefail
 
 # A master account with its sub-accounts, in five currencies.
-DEMO=(account M20001 --aggregate --columns PL,I.Margin,MarginLevel)
+DEMO=(account M20001 --aggregate --columns "PL,I.Margin,MarginLevel")
 TARGETS=(margindesk)
 
 # shellcheck source=tools/setup.sh

@@ -100,7 +100,7 @@ build() {
   configure "$preset"
   plan="$(ninja -C "$dir" -n "$@" 2>&1 </dev/null || true)"
   if ! grep -q 'no work to do' <<<"$plan"; then
-    say "building build/$preset (a first build takes some minutes)"
+    say "bringing build/$preset up to date (the first time takes some minutes)"
     quietly "building build/$preset" "$dir/build.log" ninja -C "$dir" -j "$jobs" "$@"
   fi
   exec {lock}>&-
