@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "model/contract/AccountDataControl.h"
+#include "model/contract/CurrencyAdapter.h"
+#include "model/contract/MarketAdapter.h"
 
 namespace margindesk {
 
@@ -101,6 +103,7 @@ class TAccountInfoDataControl : public TCustomAccountInfoDataControl {
   double SumPositions(TCode currency, TAmount amount);
   template <class TAmount>
   double SumPositionList(TCode currency, TAmount amount);
+  static TCode GetReferenceCurrency(const TCustomPositionData& position);
   TVariant GetTotalOverCurrencies(const TCustomAccount& account, std::int32_t field);
   TVariant GetTotalMarginLevel(const TCustomAccount& account);
   const TCustomAccountData* GetLinkedTotalRow(const TCustomAccount& account) const;
@@ -127,5 +130,24 @@ class TAccountInfoDataControl : public TCustomAccountInfoDataControl {
   // The rules of the fields that are not plain reads, by field: see AccountInfoDataControlFigures.cpp.
   friend struct TFigureRules;
 };
+
+// These two run for every position of every total. Defined here, they are expanded where the positions are
+// walked, behind a check that no derived class has its own.
+[[gnu::always_inline]] inline bool TAccountInfoDataControl::IsMyCurrency(const TCustomPositionData& position,
+                                                                         TCode filter, TCode& currency) {
+  const TCustomProduct* product = TCustomMarketAdapter::GetInstance().GetProduct(position.GetSymbol());
+  currency = product == nullptr ? TCode() : product->GetCurrency();
+  if (currency.IsEmpty()) [[unlikely]] {
+    currency = GetReferenceCurrency(position);
+    if (currency.IsEmpty()) return false;
+  }
+  return IsCalculateCurrency(filter, currency);
+}
+
+[[gnu::always_inline]] inline bool TAccountInfoDataControl::IsCalculateCurrency(TCode filter,
+                                                                                TCode currency) {
+  if (!filter.IsEmpty()) return currency.SameText(filter);
+  return !TCustomCurrencyAdapter::GetInstance().IsCurrencyExcluded(currency);
+}
 
 }  // namespace margindesk

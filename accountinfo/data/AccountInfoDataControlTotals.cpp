@@ -13,21 +13,10 @@
 
 namespace margindesk {
 
-bool TAccountInfoDataControl::IsMyCurrency(const TCustomPositionData& position, TCode filter,
-                                           TCode& currency) {
-  const TCustomProduct* product = TCustomMarketAdapter::GetInstance().GetProduct(position.GetSymbol());
-  currency = product == nullptr ? TCode() : product->GetCurrency();
-  if (currency.IsEmpty()) {
-    const TCustomSubItem* item = position.GetReferenceItem();
-    if (item != nullptr && item->GetStatus() == kItemReady) currency = item->GetFieldCode(kItemCurrency);
-    if (currency.IsEmpty()) return false;
-  }
-  return IsCalculateCurrency(filter, currency);
-}
-
-bool TAccountInfoDataControl::IsCalculateCurrency(TCode filter, TCode currency) {
-  if (!filter.IsEmpty()) return currency.SameText(filter);
-  return !TCustomCurrencyAdapter::GetInstance().IsCurrencyExcluded(currency);
+// Apart from IsMyCurrency, which runs for every position of every total and hardly ever comes here.
+[[gnu::noinline]] TCode TAccountInfoDataControl::GetReferenceCurrency(const TCustomPositionData& position) {
+  const TCustomSubItem* item = position.GetReferenceItem();
+  return item != nullptr && item->GetStatus() == kItemReady ? item->GetFieldCode(kItemCurrency) : TCode();
 }
 
 // Sums `amount` over the positions of the list that count. This is the hot path of every repaint: nothing
@@ -47,8 +36,8 @@ double TAccountInfoDataControl::SumPositionList(TCode currency, TAmount amount) 
     return sum;
   }
   const bool convert = currency.IsEmpty();
+  TCode positionCurrency;
   for (const TCustomPositionData* position : FPositionList.GetPositions()) {
-    TCode positionCurrency;
     if (!IsMyCurrency(*position, currency, positionCurrency)) continue;
     const double value = amount(*position);
     sum += convert ? value * currencies.GetCurrencyRatio(positionCurrency) : value;
