@@ -17,6 +17,7 @@ class TTreeReader {
   std::vector<TAccountTreeRow> ReadChildren(TDataNode* parent) {
     std::vector<TAccountTreeRow> rows;
     const std::int32_t count = FControl.GetChildNodeCount(parent);
+    rows.reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) rows.push_back(ReadRow(FControl.GetChildNode(parent, i)));
     return rows;
   }

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 // The name under which a book is made, and what the store may leave beside it; all gone with this object.
 class TDraft {
  public:
-  explicit TDraft(const fs::path& file) : FFile(file) {
+  explicit TDraft(fs::path file) : FFile(std::move(file)) {
     FFile += ".new-" + std::to_string(::getpid());
     Remove();
   }

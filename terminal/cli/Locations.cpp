@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 // that keeps to the same rules.
 fs::path GetBaseDirectory(const TEnvironment& environment, const std::string& variable,
                           const fs::path& belowHome) {
-  const fs::path named = environment(variable).value_or("");
+  fs::path named = environment(variable).value_or("");
   if (named.is_absolute()) return named;
   const fs::path home = environment("HOME").value_or("");
   if (home.is_absolute()) return home / belowHome;

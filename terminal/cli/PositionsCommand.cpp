@@ -53,6 +53,7 @@ void WriteText(std::ostream& out, const TPositionRows& rows, const TFormatter& f
   }
   for (const auto& row : rows) {
     std::vector<std::string> texts;
+    texts.reserve(shown.size());
     for (const std::size_t i : shown) texts.push_back(GetDisplayText(columns[i], row[i], formatter));
     table.AddRow(texts);
   }
@@ -77,6 +78,7 @@ void WriteAsCsv(std::ostream& out, const TPositionRows& rows) {
   WriteCsvLine(out, names);
   for (const auto& row : rows) {
     std::vector<std::string> texts;
+    texts.reserve(row.size());
     for (const TVariant& value : row) texts.push_back(value.AsText());
     WriteCsvLine(out, std::vector<std::string_view>(texts.begin(), texts.end()));
   }

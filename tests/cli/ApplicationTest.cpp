@@ -54,7 +54,7 @@ TEST_F(Application, RefusesWhatItDoesNotKnowInOneLine) {
 }
 
 TEST_F(Application, SaysWhatIsMissingAroundIt) {
-  FEnvironment["MARGINDESK_RESOURCES"] = FHome.Path().string();
+  FEnvironment["MARGINDESK_RESOURCES"] = FHome.string();
   ExpectRefused(Run({"accounts"}), "MARGINDESK_RESOURCES");
   FEnvironment.clear();
   ExpectRefused(RunBare({"accounts"}), "nor HOME is set");
@@ -103,6 +103,7 @@ TEST_F(Application, WritesTheSameWhateverTheLocale) {
       {"positions", "S1", "--format", "json"},
       {"book", "check"}};
   std::vector<std::string> before;
+  before.reserve(commands.size());
   for (const auto& command : commands) before.push_back(Run(command).FOut);
   const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new TForeignNumbers));
   for (std::size_t i = 0; i < commands.size(); ++i) EXPECT_EQ(Run(commands[i]).FOut, before[i]);

@@ -1,6 +1,9 @@
 #include "tests/cli/CliTest.h"
 
+#include <cstdlib>
+#include <fstream>
 #include <sstream>
+#include <stdexcept>
 
 #include "host/book/Book.h"
 #include "terminal/cli/Application.h"
@@ -31,13 +34,10 @@ std::string MakeCsv(TTable table, const std::vector<TCells>& rows) {
   return text;
 }
 
-}  // namespace
-
-TBookTexts CliBookTexts() {
-  const auto file = [](TTable table) { return std::string(BookTable(table).FName) + ".csv"; };
-  TBookTexts texts;
-  const auto add = [&](TTable table, const std::vector<TCells>& rows) {
-    texts[file(table)] = MakeCsv(table, rows);
+void WriteSmallBook(const std::filesystem::path& directory) {
+  std::filesystem::create_directory(directory);
+  const auto add = [&directory](TTable table, const std::vector<TCells>& rows) {
+    WriteWholeFile(directory / (std::string(BookTable(table).FName) + ".csv"), MakeCsv(table, rows));
   };
   add(TTable::kCurrencies, {{{"currency", "HKD"}, {"ratio", "1"}, {"base", "Y"}},
                             {{"currency", "USD"}, {"ratio", "8"}},
@@ -89,17 +89,26 @@ TBookTexts CliBookTexts() {
                             {"quantity", "-5"},
                             {"side", "S"},
                             {"price_based", "Y"}}});
-  return texts;
 }
 
-TCliTest::TCliTest() {
-  FEnvironment = {{"HOME", FHome.Path().string()},
+std::filesystem::path MakeTemporaryFolder() {
+  std::string name = (std::filesystem::temp_directory_path() / "margindesk-cli-XXXXXX").string();
+  if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("cannot make " + name);
+  return name;
+}
+
+}  // namespace
+
+TCliTest::TCliTest() : FHome(MakeTemporaryFolder()) {
+  FEnvironment = {{"HOME", FHome.string()},
                   {"XDG_DATA_HOME", InHome("data").string()},
                   {"XDG_CONFIG_HOME", InHome("config").string()},
                   {"MARGINDESK_RESOURCES", MARGINDESK_SOURCE_DIR "/resources"}};
-  WriteBookTexts(InHome("csv"), CliBookTexts());
+  WriteSmallBook(InHome("csv"));
   TBook(InHome("book.db"), TStoreMode::kCreate).Import(InHome("csv"));
 }
+
+TCliTest::~TCliTest() { std::filesystem::remove_all(FHome); }
 
 TCliResult TCliTest::RunBare(const std::vector<std::string>& arguments) {
   std::ostringstream out;
@@ -124,6 +133,15 @@ nlohmann::ordered_json TCliTest::RunJson(std::vector<std::string> arguments) {
   EXPECT_EQ(result.FCode, 0);
   EXPECT_EQ(result.FErr, "");
   return nlohmann::ordered_json::parse(result.FOut);
+}
+
+std::string ReadWholeFile(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void WriteWholeFile(const std::filesystem::path& file, const std::string& text) {
+  std::ofstream(file, std::ios::binary) << text;
 }
 
 std::size_t CountColumns(const std::string& text) {

@@ -1,13 +1,12 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-
-#include "tests/host/book/BookTestFiles.h"
 
 namespace margindesk {
 
@@ -22,9 +21,11 @@ struct TCliResult {
 // small book: the master account M1 with its sub-accounts S1 (stocks) and F1 (futures), and B1, which has
 // nothing; in HKD (base), USD (8 HKD) and JPY (0.05 HKD, a row of its own).
 class TCliTest : public ::testing::Test {
- protected:
+ public:
   TCliTest();
+  ~TCliTest() override;
 
+ protected:
   // Against the small book.
   TCliResult Run(std::vector<std::string> arguments);
   // As typed, without --book.
@@ -32,16 +33,16 @@ class TCliTest : public ::testing::Test {
   // The document that a command prints, which must succeed without a word on standard error.
   nlohmann::ordered_json RunJson(std::vector<std::string> arguments);
 
-  std::filesystem::path InHome(const std::string& name) const { return FHome.Path() / name; }
+  std::filesystem::path InHome(const std::string& name) const { return FHome / name; }
   std::filesystem::path DefaultBook() const { return InHome("data/margindesk/book.db"); }
 
-  TTemporaryFolder FHome;
+  const std::filesystem::path FHome;  // "csv" holds the small book's files
   std::map<std::string, std::string> FEnvironment;
   bool FColour = false;
 };
 
-// The CSV files of the small book.
-TBookTexts CliBookTexts();
+std::string ReadWholeFile(const std::filesystem::path& file);
+void WriteWholeFile(const std::filesystem::path& file, const std::string& text);
 
 // The columns that a UTF-8 text takes on a terminal: ASCII one each, everything else here is Chinese.
 std::size_t CountColumns(const std::string& text);

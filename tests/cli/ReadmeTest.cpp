@@ -1,3 +1,6 @@
+#include <iomanip>
+#include <sstream>
+
 #include "tests/cli/CliTest.h"
 
 namespace margindesk {
@@ -26,15 +29,11 @@ std::vector<TExample> ReadExamples(const std::string& markdown) {
   return examples;
 }
 
+// The words of a command; what stands between double quotes is one.
 std::vector<std::string> SplitIntoWords(const std::string& command) {
   std::vector<std::string> words;
-  std::size_t begin = 0;
-  while (begin < command.size()) {
-    const std::size_t end = std::min(command.find(' ', begin), command.size());
-    const std::string word = command.substr(begin, end - begin);
-    words.push_back(word == "\"\"" ? "" : word);
-    begin = end + 1;
-  }
+  std::istringstream stream(command);
+  for (std::string word; stream >> std::quoted(word);) words.push_back(word);
   return words;
 }
 
@@ -47,8 +46,8 @@ std::vector<std::string> ReadDemoCommand() {
 }
 
 class Readme : public TCliTest {
- protected:
-  Readme() { std::filesystem::current_path(FHome.Path()); }
+ public:
+  Readme() { std::filesystem::current_path(FHome); }
   ~Readme() override { std::filesystem::current_path(FPrevious); }
 
  private:
