@@ -6,11 +6,11 @@ namespace margindesk {
 
 namespace {
 
-TReferenceHostOptions MakeOptions(const std::shared_ptr<TUiLoop::TTimePoint>& now) {
+TReferenceHostOptions MakeOptions() {
   TReferenceHostOptions options;
   options.FLanguageDirectory = MARGINDESK_SOURCE_DIR "/resources/languages";
   options.FUser = "tester";
-  options.FClock = [now] { return *now; };
+  options.FClock = [] { return TUiLoop::TTimePoint(); };
   return options;
 }
 
@@ -18,12 +18,8 @@ void FailOnFault(std::string_view what) { ADD_FAILURE() << "a handler threw: " <
 
 }  // namespace
 
-TTestHost::TTestHost(const TTestBook& book) : TTestHost(book, std::make_shared<TUiLoop::TTimePoint>()) {}
-
-TTestHost::TTestHost(const TTestBook& book, const TNow& now)
-    : TReferenceHost(book.Contents(), MakeOptions(now)),
-      FNow(now),
-      FPreviousSink(SetHandlerFaultSink(&FailOnFault)) {
+TTestHost::TTestHost(const THostContents& contents)
+    : TReferenceHost(contents, MakeOptions()), FPreviousSink(SetHandlerFaultSink(&FailOnFault)) {
   MessageBox().SetSink([this](std::string_view text) { FMessages.emplace_back(text); });
 }
 
@@ -32,22 +28,9 @@ TTestHost::~TTestHost() {
   SetHandlerFaultSink(FPreviousSink);
 }
 
-void TTestHost::Configure(std::string_view key, std::string_view value) {
-  Config().WriteString(Config().GetUserSection(), key, value, true);
-}
-
 void TTestHost::RunLoop() {
   while (Loop().RunOnce()) {
   }
-}
-
-void TTestHost::Advance(std::chrono::milliseconds time) {
-  *FNow += time;
-  RunLoop();
-}
-
-void TTestHost::AnswerQuestions(bool yes) {
-  MessageBox().SetPolicy([yes](std::string_view) { return yes; });
 }
 
 }  // namespace margindesk

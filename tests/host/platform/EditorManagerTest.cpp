@@ -7,9 +7,9 @@
 
 #include "controls/AccountEdit.h"
 #include "controls/GridTableView.h"
-#include "host/services/ConfigManager.h"
 #include "host/services/EditorManager.h"
-#include "model/contract/AccountAdapter.h"
+#include "tests/support/DelegatingAdapters.h"
+#include "tests/support/TestHost.h"
 
 namespace margindesk {
 namespace {
@@ -18,20 +18,10 @@ using testing::_;
 using testing::NiceMock;
 using testing::Return;
 
-class TAccounts : public TCustomAccountAdapter {
+// The accounts of the host, of which only the asking matters here.
+class TAccounts : public TDelegatingAccountAdapter {
  public:
   MOCK_METHOD(const TCustomAccount*, GetAccount, (TCode, bool), (const, override));
-  MOCK_METHOD(void, AddAccountInfoLoadHandler, (THandler, const void*), (override));
-  MOCK_METHOD(void, RemoveAccountInfoLoadHandler, (const void*), (override));
-  MOCK_METHOD(void, RegisterMonitorInfoListener, (TCode, THandler, const void*, TCode), (override));
-  MOCK_METHOD(void, UnregisterMonitorInfoListener, (TCode, const void*), (override));
-  MOCK_METHOD(void, SubscribeAccountOnlineStatus, (TCode), (override));
-  MOCK_METHOD(void, UnsubscribeAccountOnlineStatus, (TCode), (override));
-  MOCK_METHOD(void, RegisterSimulateListener, (TCode, THandler, const void*, TCode), (override));
-  MOCK_METHOD(void, UnregisterSimulateListener, (TCode, const void*), (override));
-  MOCK_METHOD(void, GetSubAccountList, (TCode, TAccountMap&), (const, override));
-  MOCK_METHOD(const std::string&, GetCustomFieldKey, (std::string_view, std::string_view), (const, override));
-  MOCK_METHOD(const TCustomAccountData*, GetConsolidatedAccountData, (TCode, TCode), (const, override));
 };
 
 class Editors : public testing::Test {
@@ -40,8 +30,7 @@ class Editors : public testing::Test {
     FEditors.RegisterAccountEditor(edit, group, false, true);
   }
 
-  TConfigManager FConfig{"ann"};
-  TServiceScope<TCustomConfigManager> FInstalledConfig{FConfig};
+  TTestHost FHost;
   NiceMock<TAccounts> FAccounts;
   TServiceScope<TCustomAccountAdapter> FInstalledAccounts{FAccounts};
   THostEditorManager FEditors;
@@ -76,37 +65,18 @@ TEST_F(Editors, LetTheBoxesOfOneGroupFollowEachOther) {
   EXPECT_EQ(FEditors.GetAccountEditorCount(), 2U);
 }
 
-TEST_F(Editors, KeepBoxesWithoutAGroupToThemselves) {
+TEST_F(Editors, TakeATypedAccountInUpperCaseAndAskForItEvenWhenItIsUnknown) {
   Register(FFirst, "");
   Register(FSecond, "");
-  FEditors.ChooseAccount(FFirst, TCode("C100"));
-  EXPECT_EQ(FSecond.GetHint(), "");
-  FEditors.ChooseAccount(FThird, TCode("C200"));  // never registered
-  EXPECT_EQ(FThird.GetHint(), "C200");
-  EXPECT_EQ(FFirst.GetHint(), "C100");
-}
-
-TEST_F(Editors, TakeATypedAccountInUpperCaseAndAskForItEvenWhenItIsUnknown) {
-  Register(FFirst, "red");
-  Register(FSecond, "red");
   FFirst.SetText(" c100 ");
   EXPECT_CALL(FAccounts, GetAccount(TCode("C100"), true)).WillOnce(Return(nullptr));
   FEditors.CommitAccountText(FFirst);
   EXPECT_EQ(FFirst.GetHint(), "C100");
-  EXPECT_EQ(FSecond.GetHint(), "C100");
-  FSecond.SetText("  ");
+  EXPECT_EQ(FSecond.GetHint(), "") << "boxes without a group keep to themselves";
+  FFirst.SetText("  ");
   EXPECT_CALL(FAccounts, GetAccount(_, _)).Times(0);
-  FEditors.CommitAccountText(FSecond);
-  EXPECT_EQ(FSecond.GetHint(), "");
-  EXPECT_EQ(FFirst.GetHint(), "C100");
-}
-
-TEST_F(Editors, WriteASymbolAsTheHostDoes) {
-  FConfig.WriteString("SymbolAlias", "HSI", "HSIF5", true);
-  FConfig.WriteString("SymbolAlias", "HSIF5", "HSIG5", true);
-  EXPECT_EQ(FEditors.GetConvertSymbol(" abc\t"), "ABC");
-  EXPECT_EQ(FEditors.GetConvertSymbol("hsi"), "HSIF5");
-  EXPECT_EQ(FEditors.GetConvertSymbol(""), "");
+  FEditors.CommitAccountText(FFirst);
+  EXPECT_EQ(FFirst.GetHint(), "");
 }
 
 class GridLayouts : public Editors {
@@ -148,20 +118,14 @@ TEST_F(GridLayouts, ComeBackAsTheyWereSaved) {
   EXPECT_EQ(FView.GetColumns()[0].FCaption, "Price");
 }
 
-TEST_F(GridLayouts, PutColumnsThatTheyDoNotNameBehindAndPassUnknownOnesOver) {
+TEST_F(GridLayouts, PutOtherColumnsBehindAndLeaveTheGridAloneWhenTheyAreDamaged) {
   EXPECT_EQ(LayoutAfter("4,1,50,N,-1;77,1,50,N,-1;3,1,10,N,-1;"),
             "4,1,50,N,-1;3,1,40,N,-1;25,1,30,N,-1;0,1,100,N,-1;");  // 40: the column's least width
-}
-
-TEST_F(GridLayouts, LeaveTheGridAloneWhenTheyAreDamagedOrNameNoneOfItsColumns) {
-  Reset();
-  const std::string before = FEditors.GetGridColumnLayout(FView, FColumns);
   for (const char* damaged :
        {"", ";", "77,1,50,N,-1;", "4,1,50,N,-1", "4,1,50,N;", "4,2,50,N,-1;", "4,1,-5,N,-1;",
         "4,1,99999999,N,-1;", "4,1,50,X,-1;", "4,1,50,,-1;", "4,1,50,ND,-1;", "4,1,50,A,-1;", "4,1,50,N,0;",
-        "four,1,50,N,-1;", "4,1,50,N,-1;4,0,50,N,-1;", "4,1,50,N,-1;3,1,50",
-        "TradingLimit,1,80;CashBalance,1,80;"}) {
-    EXPECT_EQ(LayoutAfter(damaged), before) << damaged;
+        "four,1,50,N,-1;", "4,1,50,N,-1;4,0,50,N,-1;", "4,1,50,N,-1;3,1,50"}) {
+    EXPECT_EQ(LayoutAfter(damaged), "25,1,30,N,-1;0,1,100,N,-1;3,1,100,N,-1;4,1,100,N,-1;") << damaged;
   }
 }
 

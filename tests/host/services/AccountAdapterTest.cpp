@@ -17,282 +17,160 @@ const TCode kA1("A1");
 const TCode kA2("A2");
 const TCode kHKD("HKD");
 
-TTestBook TwoAccounts() {
+TEST(AccountAdapterTest, ChangesOfOneTurnArriveTogetherAndThoseOfAnUnknownAccountNotAtAll) {
   TTestBook book;
-  book.Currency("HKD", 1);
-  book.Account("A1").Figures("HKD").Set(TFigure::kCashBalance, 100);
-  book.Account("A2").Figures("HKD").Set(TFigure::kCashBalance, 200);
-  return book;
-}
-
-class AccountAdapterTest : public testing::Test {
- protected:
-  void TearDown() override {
-    FAdapter.RemoveAccountInfoLoadHandler(this);
-    FAdapter.UnregisterMonitorInfoListener(kA1, this);
+  for (const char* account : {"A1", "A2"}) {
+    book.Account(account);
+    book.Figures(account, "HKD", 100);
   }
-
-  // New figures of an account that was there before.
-  void SetCash(TCode account, double cash) {
-    TFigureFacts facts;
-    facts.FAccount = account;
-    facts.FCurrency = kHKD;
-    facts.FFigures[static_cast<std::size_t>(TFigure::kCashBalance)] = cash;
-    FHost.Data().SetFigures(facts);
-  }
-
-  TTestHost FHost{TwoAccounts()};
-  TCustomAccountAdapter& FAdapter = TCustomAccountAdapter::GetInstance();
-  TRecorder FRecorder;
-};
-
-TEST_F(AccountAdapterTest, LoadsOfOneTurnArriveTogether) {
-  FAdapter.AddAccountInfoLoadHandler(FRecorder.Accounts(), this);
-  SetCash(kA2, 5);
-  SetCash(kA1, 6);
-  SetCash(kA2, 7);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1 A2"));
-  EXPECT_EQ(FAdapter.GetAccount(kA2)->GetCurrencyData(kHKD)->GetCashBalance(), 7);
-}
-
-TEST_F(AccountAdapterTest, NoViewsEndStopsTheOnlineStatusOfAnother) {
-  FAdapter.AddAccountInfoLoadHandler(FRecorder.Accounts(), this);
-  FAdapter.SubscribeAccountOnlineStatus(kA1);
-  FAdapter.UnsubscribeAccountOnlineStatus(kA1);  // of a view that never began
-  FHost.Data().SetOnline(kA1, true);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1"));
-  EXPECT_TRUE(FAdapter.GetAccount(kA1)->IsOnline());
-}
-
-TEST_F(AccountAdapterTest, MonitorInformationReachesTheListenersOfItsAccount) {
-  FAdapter.RegisterMonitorInfoListener(kA1, FRecorder.Accounts(), this);
-  FHost.Data().SetMonitorInfo(kA2, "B", -1);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty());
-  FHost.Data().SetMonitorInfo(kA1, "A", -1);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1"));
-  EXPECT_EQ(FAdapter.GetAccount(kA1)->GetMarginClass(), "A");
-  EXPECT_EQ(FAdapter.GetAccount(kA1)->GetDayTradeStatus(), -1);
-}
-
-TEST_F(AccountAdapterTest, AnAccountThatIsGoneIsReportedBlankOnceMore) {
-  const TCustomAccount* kept = FAdapter.GetAccount(kA2);
-  FAdapter.AddAccountInfoLoadHandler(FRecorder.Accounts(), this);
-  TTestBook book;
-  book.Currency("HKD", 1);
-  book.Account("A1").Figures("HKD").Set(TFigure::kCashBalance, 101);
-  FHost.Data().Replace(book.Contents());
-  EXPECT_EQ(FAdapter.GetAccount(kA2), nullptr);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1 A2"));
-  EXPECT_EQ(kept->GetAccountCurrencyCount(), 0) << "a record outlives its account";
-  EXPECT_EQ(FAdapter.GetAccount(kA1)->GetCurrencyData(kHKD)->GetCashBalance(), 101);
-}
-
-TEST_F(AccountAdapterTest, ChangesOfAnUnknownAccountDoNothing) {
-  FAdapter.AddAccountInfoLoadHandler(FRecorder.Accounts(), this);
-  SetCash(TCode("nobody"), 1);
-  FHost.Data().SetOnline(TCode("nobody"), true);
-  FHost.Data().SetPositions(TCode("nobody"), {});
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty());
-  EXPECT_EQ(FAdapter.GetAccount(TCode("nobody"), true), nullptr);
-}
-
-TEST(AccountTest, AMasterHasTheSubAccountsThatNameItNow) {
-  TTestBook book;
-  book.Account("B").Master("M");
-  book.Account("M").MasterType(10);
-  book.Account("A").Master("M");
-  book.Account("alone");
   TTestHost host(book);
-  const auto& adapter = TCustomAccountAdapter::GetInstance();
-  const auto subAccounts = [&adapter] {
+  auto& adapter = TCustomAccountAdapter::GetInstance();
+  TRecorder recorder;
+  const auto heard = [&] {
+    host.RunLoop();
+    return recorder.Take();
+  };
+  const auto setCash = [&host](std::string_view account, double cash) {
+    host.Data().SetFigures(TTestBook().Figures(account, "HKD", cash));
+  };
+  adapter.AddAccountInfoLoadHandler(recorder.Accounts(), &recorder);
+  setCash("A2", 5);
+  setCash("A1", 6);
+  setCash("A2", 7);
+  EXPECT_THAT(heard(), ElementsAre("A1 A2 "));
+  EXPECT_EQ(adapter.GetAccount(kA2)->GetCurrencyData(kHKD)->GetCashBalance(), 7);
+  setCash("nobody", 1);
+  host.Data().SetOnline(TCode("nobody"), true);
+  host.Data().SetPositions(TCode("nobody"), {});
+  EXPECT_THAT(heard(), IsEmpty());
+  EXPECT_EQ(adapter.GetAccount(TCode("nobody"), true), nullptr);
+
+  adapter.SubscribeAccountOnlineStatus(kA1);
+  adapter.UnsubscribeAccountOnlineStatus(kA1);  // of a view that never began: the status stays on
+  host.Data().SetOnline(kA1, true);
+  EXPECT_THAT(heard(), ElementsAre("A1 "));
+  EXPECT_TRUE(adapter.GetAccount(kA1)->IsOnline());
+
+  const TCustomAccount* kept = adapter.GetAccount(kA2);
+  book.FAccounts.pop_back();
+  book.FFigures.pop_back();
+  host.Data().Replace(book);
+  EXPECT_EQ(adapter.GetAccount(kA2), nullptr);
+  EXPECT_THAT(heard(), ElementsAre("A1 A2 ")) << "an account that is gone is reported blank once more";
+  EXPECT_EQ(kept->GetAccountCurrencyCount(), 0) << "a record outlives its account";
+  EXPECT_EQ(adapter.GetAccount(kA1)->GetCurrencyData(kHKD)->GetCashBalance(), 100);
+  adapter.RemoveAccountInfoLoadHandler(&recorder);
+
+  adapter.RegisterMonitorInfoListener(kA1, recorder.Accounts(), &recorder);
+  host.Data().SetMonitorInfo(kA2, "B", -1);
+  EXPECT_THAT(heard(), IsEmpty());
+  host.Data().SetMonitorInfo(kA1, "A", -1);
+  EXPECT_THAT(heard(), ElementsAre("A1 "));
+  EXPECT_EQ(adapter.GetAccount(kA1)->GetMarginClass(), "A");
+  adapter.UnregisterMonitorInfoListener(kA1, &recorder);
+}
+
+TEST(AccountAdapterTest, AMasterHasTheSubAccountsThatNameItNow) {
+  TTestBook book;
+  book.Account("B", "M");
+  book.Account("M").FMasterType = 10;
+  book.Account("A", "M");
+  TTestHost host(book);
+  const auto subAccounts = [] {
     TAccountMap map;
-    adapter.GetSubAccountList(TCode("M"), map);
+    TCustomAccountAdapter::GetInstance().GetSubAccountList(TCode("M"), map);
     std::string names;
     for (const auto& [account, record] : map) names += account.Text();
     return names;
   };
   EXPECT_EQ(subAccounts(), "AB");
-  EXPECT_TRUE(adapter.GetAccount(TCode("M"))->IsMasterAccount());
-  EXPECT_EQ(adapter.GetAccount(TCode("M"))->GetMasterType(), 10);
-  EXPECT_TRUE(adapter.GetAccount(TCode("A"))->IsSubAccount());
-  EXPECT_FALSE(adapter.GetAccount(TCode("alone"))->IsSubAccount());
-  EXPECT_FALSE(adapter.GetAccount(TCode("alone"))->IsMasterAccount());
-
-  TAccountFacts moved;
-  moved.FAccount = TCode("A");
-  host.Data().SetAccount(moved);
+  host.Data().SetAccount(TTestBook().Account("A"));
   EXPECT_EQ(subAccounts(), "B");
-  host.Data().Replace(book.Contents());
+  host.Data().Replace(book);
   EXPECT_EQ(subAccounts(), "AB");
-  TTestBook smaller;
-  smaller.Account("M").MasterType(10);
-  smaller.Account("B").Master("M");
-  host.Data().Replace(smaller.Contents());
+  book.FAccounts.pop_back();
+  host.Data().Replace(book);
   EXPECT_EQ(subAccounts(), "B") << "an account that is gone is nobody's sub-account";
 }
 
-TEST(AccountTest, CustomFieldsAreFoundUnderTheKeysOfTheDeployment) {
+TEST(AccountAdapterTest, LinksCustomFieldsAndWordsComeFromTheBook) {
   TTestBook book;
-  book.CustomField("oms_CustomAccountInfo", "CIES", "C7")
-      .CustomField("oms_CustomAccountBalance", "CreditLimit", "L1");
-  book.Account("A1").CustomValue("C7", "Y").CustomBalance("HKD", "L1", 500).CustomBalance("USD", "L1", 7);
-  book.Account("A1").Attribute("ClientFeature", "2");
-  const TTestHost host(book);
-  const auto& adapter = TCustomAccountAdapter::GetInstance();
-  EXPECT_EQ(adapter.GetCustomFieldKey("oms_CustomAccountInfo", "CIES"), "C7");
-  EXPECT_EQ(adapter.GetCustomFieldKey("oms_CustomAccountBalance", "CreditLimit"), "L1");
-  EXPECT_EQ(adapter.GetCustomFieldKey("oms_CustomAccountInfo", "CreditLimit"), "");
-  const TCustomAccount& account = *adapter.GetAccount(kA1);
-  EXPECT_EQ(account.GetCustomValue("C7"), "Y");
-  EXPECT_EQ(account.GetCustomValue(""), "");
-  EXPECT_EQ(account.GetCustomBalance(TCode("USD"), "L1"), 7);
-  EXPECT_EQ(account.GetCustomBalance(TCode("CNY"), "L1"), 0);
-  EXPECT_EQ(account.GetCustomBalance(TCode("USD"), "C7"), 0);
-  EXPECT_EQ(account.GetAttributeValue("ClientFeature"), "2");
-  EXPECT_EQ(account.GetAttributeValue("clientfeature"), "");
-}
-
-TEST(AccountTest, ChinaConnectLinksAndExchangesComeFromTheBook) {
-  TTestBook book;
-  book.ChinaConnectOn().Exchange("HK").ChinaConnectExchange("SH");
-  book.Account("A1").ChinaConnectAccount("A1C");
+  book.FChinaConnect = true;
+  book.Exchange("HK");
+  book.Exchange("SH").FChinaConnect = true;
+  book.FCustomFieldKeys = {{{"info", "CIES"}, "C7"}, {{"balance", "CreditLimit"}, "L1"}};
+  TAccountFacts& facts = book.Account("A1");
+  facts.FChinaConnectAccount = TCode("A1C");
+  facts.FCustomBalances["L1"] = {{kHKD, 500}, {TCode("USD"), 7}};
+  facts.FMarginMethod = "Portfolio";
+  facts.FPositionIsolation = "Sideways";
   TTestHost host(book);
   EXPECT_TRUE(IsChinaConnectOn());
   EXPECT_TRUE(IsChinaConnectExchange(TCode("SH")));
   EXPECT_FALSE(IsChinaConnectExchange(TCode("HK")));
-  EXPECT_FALSE(IsChinaConnectExchange(TCode("XX")));
   EXPECT_EQ(GetChinaConnectAccount(kA1), TCode("A1C"));
   EXPECT_TRUE(GetChinaConnectAccount(TCode("A1C")).IsEmpty());
-  host.Data().Replace(THostContents());
+
+  const auto& accounts = TCustomAccountAdapter::GetInstance();
+  EXPECT_EQ(accounts.GetCustomFieldKey("balance", "CreditLimit"), "L1");
+  EXPECT_EQ(accounts.GetCustomFieldKey("info", "CreditLimit"), "");
+  EXPECT_EQ(accounts.GetAccount(kA1)->GetCustomBalance(TCode("USD"), "L1"), 7);
+  EXPECT_EQ(accounts.GetAccount(kA1)->GetCustomBalance(TCode("CNY"), "L1"), 0);
+
+  const auto& positions = TCustomPositionAdapter::GetInstance();
+  EXPECT_EQ(positions.GetMarginMethodText(kA1), "Portfolio Margin");
+  EXPECT_EQ(positions.GetPositionIsolationText(kA1), "Sideways") << "a word without a text is its own";
+  EXPECT_EQ(positions.GetMarginMethodText(TCode("nobody")), "");
+  host.Language().SetLanguage(kLanguageTraditionalChinese);
+  EXPECT_NE(positions.GetMarginMethodText(kA1), "Portfolio Margin");
+  host.Data().Replace({});
   EXPECT_FALSE(IsChinaConnectOn());
   EXPECT_FALSE(IsChinaConnectExchange(TCode("SH")));
 }
 
-TEST(AccountTest, WordsOfAnAccountAreShownInTheCurrentLanguage) {
-  TTestBook book;
-  book.Account("A1").MarginMethod("Portfolio").PositionIsolation("Sideways");
-  book.Account("A2");
-  TTestHost host(book);
-  const auto& adapter = TCustomPositionAdapter::GetInstance();
-  EXPECT_EQ(adapter.GetMarginMethodText(kA1), "Portfolio Margin");
-  EXPECT_EQ(adapter.GetPositionIsolationText(kA1), "Sideways") << "a word without a text is its own";
-  EXPECT_EQ(adapter.GetMarginMethodText(kA2), "");
-  EXPECT_EQ(adapter.GetMarginMethodText(TCode("nobody")), "");
-  host.Language().SetLanguage(kLanguageTraditionalChinese);
-  EXPECT_NE(adapter.GetMarginMethodText(kA1), "Portfolio Margin");
-}
-
-TEST(AccountTest, CurrenciesKeepTheirOrderAndTheTotalRowIsNoneOfThem) {
-  TTestBook book;
-  book.Account("A1").Figures("USD").SeparateRow().Figures("").Set(TFigure::kCashBalance, 9).Figures("CNY");
-  book.Account("A1").Consolidated("USD").Set(TFigure::kInitialMargin, 4);
-  const TTestHost host(book);
-  const auto& adapter = TCustomAccountAdapter::GetInstance();
-  const TCustomAccount& account = *adapter.GetAccount(kA1);
-  std::vector<TCode> currencies = {TCode("XXX")};
-  account.GetCurrencyList(currencies);
-  EXPECT_THAT(currencies, ElementsAre(TCode("XXX"), TCode("USD"), TCode("CNY")));
-  EXPECT_EQ(account.GetAccountCurrencyCount(), 2);
-  EXPECT_EQ(account.GetAccountCurrency(1), TCode("CNY"));
-  EXPECT_TRUE(account.GetAccountCurrency(2).IsEmpty());
-  EXPECT_TRUE(account.GetAccountCurrency(-1).IsEmpty());
-  EXPECT_EQ(account.GetCurrencyData(TCode())->GetCashBalance(), 9);
-  EXPECT_TRUE(account.GetCurrencyData(TCode("USD"))->IsSeparateCurrencyRow());
-  EXPECT_FALSE(account.GetCurrencyData(TCode("CNY"))->IsSeparateCurrencyRow());
-  EXPECT_EQ(adapter.GetConsolidatedAccountData(kA1, TCode("USD"))->GetInitialMargin(), 4);
-  EXPECT_EQ(adapter.GetConsolidatedAccountData(kA1, TCode("CNY")), nullptr);
-  EXPECT_EQ(adapter.GetConsolidatedAccountData(kA2, TCode("USD")), nullptr);
-  EXPECT_EQ(account.GetSimulatedAccountData("{any key}", TCode("USD")), nullptr);
-}
-
 // A record whose every figure is a number of its own.
-class AccountFiguresTest : public testing::Test {
- protected:
-  AccountFiguresTest() {
-    TTestBook book;
-    TTestAccount account = book.Account("A1").Name("Lee").User("u1").BODUpdateTime("08:00").MarginClass("B");
-    account.Figures("HKD").Custom(1, "12.5").Custom(2, "007").Custom(99, "1");
-    for (std::size_t i = 0; i < kFigureCount; ++i)
-      account.Set(static_cast<TFigure>(i), 1000 + static_cast<double>(i));
-    FHost.Data().Replace(book.Contents());
-  }
+TEST(AccountFiguresTest, EveryFigureIsReadByItsNameAsUnderItsField) {
+  TTestBook book;
+  book.Account("A1").FMarginClass = "B";
+  book.Figures("A1", "", 9);
+  TFigureFacts& figures = book.Figures("A1", "HKD");
+  for (std::size_t i = 0; i < kFigureCount; ++i) figures.FFigures[i] = 1000 + static_cast<double>(i * i);
+  figures.FCustomFigures = {{1, "12.5"}, {2, "007"}, {99, "1"}};
+  const TTestHost host(book);
+  const TCustomAccount& account = *TCustomAccountAdapter::GetInstance().GetAccount(kA1);
+  EXPECT_EQ(account.GetAccountCurrencyCount(), 1) << "the total row is no currency";
+  EXPECT_EQ(account.GetCurrencyData(TCode())->GetCashBalance(), 9);
 
-  const TCustomAccountData& Data() const {
-    return *TCustomAccountAdapter::GetInstance().GetAccount(kA1)->GetCurrencyData(kHKD);
-  }
-  static double Expected(TFigure figure) { return 1000 + static_cast<double>(figure); }
-
-  TTestHost FHost;
-};
-
-TEST_F(AccountFiguresTest, EveryFigureIsReadByItsNameAsUnderItsField) {
-  using TRead = double (TCustomAccountData::*)() const;
-  const std::pair<TRead, std::int32_t> reads[] = {
-      {&TCustomAccountData::GetBODCashBalance, 186},
-      {&TCustomAccountData::GetCashBalance, 156},
-      {&TCustomAccountData::GetInitialMargin, 604},
-      {&TCustomAccountData::GetBODLotLimit, 195},
-      {&TCustomAccountData::GetLotLimit, 194},
-      {&TCustomAccountData::GetForthcomingLimit, 196},
-      {&TCustomAccountData::GetWithdrawableCashBalance, 700},
-      {&TCustomAccountData::GetBODDayTradeLimit, 432},
-      {&TCustomAccountData::GetDayTradeLimit, 431},
-      {&TCustomAccountData::GetPendingBuyAmount, 10013},
-      {&TCustomAccountData::GetBODWebTradingLimit, 467},
-      {&TCustomAccountData::GetWebTradingLimit, 468},
-      {&TCustomAccountData::GetInterest, 526},
-      {&TCustomAccountData::GetHoldFund, 626},
-      {&TCustomAccountData::GetNetEquity, 1503},
-      {&TCustomAccountData::GetGrossTradingLimit, 10000},
-      {&TCustomAccountData::GetCreditInterest, 10002},
-      {&TCustomAccountData::GetDebitInterest, 10001},
-      {&TCustomAccountData::GetMarginLimit, 449},
-      {&TCustomAccountData::GetMaximumMargin, 10007},
+  const TCustomAccountData& data = *account.GetCurrencyData(kHKD);
+  using TData = TCustomAccountData;
+  const std::pair<double (TData::*)() const, std::int32_t> reads[] = {
+      {&TData::GetBODCashBalance, 186},   {&TData::GetCashBalance, 156},
+      {&TData::GetInitialMargin, 604},    {&TData::GetBODLotLimit, 195},
+      {&TData::GetLotLimit, 194},         {&TData::GetForthcomingLimit, 196},
+      {&TData::GetBODDayTradeLimit, 432}, {&TData::GetWithdrawableCashBalance, 700},
+      {&TData::GetDayTradeLimit, 431},    {&TData::GetPendingBuyAmount, 10013},
+      {&TData::GetWebTradingLimit, 468},  {&TData::GetBODWebTradingLimit, 467},
+      {&TData::GetInterest, 526},         {&TData::GetHoldFund, 626},
+      {&TData::GetNetEquity, 1503},       {&TData::GetGrossTradingLimit, 10000},
+      {&TData::GetCreditInterest, 10002}, {&TData::GetDebitInterest, 10001},
+      {&TData::GetMarginLimit, 449},      {&TData::GetMaximumMargin, 10007},
   };
   for (const auto& [read, field] : reads) {
-    EXPECT_EQ(Data().GetDataValue(field), TVariant::Float((Data().*read)())) << field;
-    EXPECT_EQ((Data().*read)(), Expected(*FigureOfField(field))) << field;
+    EXPECT_EQ(data.GetDataValue(field), TVariant::Float((data.*read)())) << field;
+    EXPECT_EQ((data.*read)(), FigureOf(figures, *FigureOfField(field))) << field;
   }
-  const std::pair<TRead, TFigure> unnumbered[] = {
-      {&TCustomAccountData::GetOwnTotalPL, TFigure::kOwnTotalPL},
-      {&TCustomAccountData::GetOwnUnrealizedPL, TFigure::kOwnUnrealizedPL},
-      {&TCustomAccountData::AvailableBase, TFigure::kAvailableBase},
-      {&TCustomAccountData::AvailableAddition, TFigure::kAvailableAddition},
-      {&TCustomAccountData::AvailableDeduction, TFigure::kAvailableDeduction},
-      {&TCustomAccountData::MarginableAmount, TFigure::kMarginableAmount},
-      {&TCustomAccountData::TradedAmountFirst, TFigure::kTradedAmountFirst},
-      {&TCustomAccountData::TradedAmountSecond, TFigure::kTradedAmountSecond},
-  };
-  for (const auto& [read, figure] : unnumbered) EXPECT_EQ((Data().*read)(), Expected(figure));
-}
-
-TEST_F(AccountFiguresTest, FieldsMadeOfSeveralFiguresAndTextsOfTheAccountAreAnsweredToo) {
-  EXPECT_EQ(Data().GetDataValue(469).AsFloat(), Expected(TFigure::kAvailableBase) +
-                                                    Expected(TFigure::kAvailableAddition) -
-                                                    Expected(TFigure::kAvailableDeduction));
-  EXPECT_EQ(Data().GetDataValue(10003).AsFloat(),
-            Expected(TFigure::kNetEquity) - Expected(TFigure::kCashBalance));
-  EXPECT_EQ(Data().GetDataValue(10012).AsFloat(),
-            Expected(TFigure::kTradedAmountFirst) - Expected(TFigure::kTradedAmountSecond));
-  EXPECT_EQ(Data().GetDataString(10), "A1");
-  EXPECT_EQ(Data().GetDataString(13), "u1");
-  EXPECT_EQ(Data().GetDataString(21), "Lee");
-  EXPECT_EQ(Data().GetDataString(23), "HKD");
-  EXPECT_EQ(Data().GetDataString(33), "08:00");
-  EXPECT_EQ(Data().GetDataString(10010), "B");
-  EXPECT_TRUE(Data().GetDataValue(95).IsUnassigned());
-}
-
-TEST_F(AccountFiguresTest, ACustomColumnIsANumberWhereTheLanguageFilesSaySo) {
-  EXPECT_EQ(Data().GetDataValue(100001), TVariant::Float(12.5));
-  EXPECT_EQ(Data().GetDataValue(100002), TVariant::Text("007"));
-  EXPECT_TRUE(Data().GetDataValue(100003).IsUnassigned());
+  EXPECT_EQ(data.GetDataValue(469).AsFloat(), FigureOf(figures, TFigure::kAvailableBase) +
+                                                  FigureOf(figures, TFigure::kAvailableAddition) -
+                                                  FigureOf(figures, TFigure::kAvailableDeduction));
+  EXPECT_EQ(data.GetDataValue(10012).AsFloat(),
+            FigureOf(figures, TFigure::kTradedAmountFirst) - FigureOf(figures, TFigure::kTradedAmountSecond));
+  EXPECT_EQ(data.GetDataString(10), "A1");
+  EXPECT_EQ(data.GetDataString(10010), "B");
+  EXPECT_TRUE(data.GetDataValue(95).IsUnassigned());
+  // A custom column is a number where the language files say so.
+  EXPECT_EQ(data.GetDataValue(100001), TVariant::Float(12.5));
+  EXPECT_EQ(data.GetDataValue(100002), TVariant::Text("007"));
+  EXPECT_TRUE(data.GetDataValue(100003).IsUnassigned());
 }
 
 }  // namespace

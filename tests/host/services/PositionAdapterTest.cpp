@@ -18,27 +18,16 @@ const TCode kM1("M1");
 
 TTestBook TwoSubAccounts() {
   TTestBook book;
-  book.Currency("HKD", 1);
+  book.Exchange("HK", false);
   book.Product("5", "HKD", 60);
-  book.Product("700", "HKD", 400);
-  book.Account("M1").MasterType(0);
-  book.Account("A1").Master("M1").Position("5", 100).Position("700", 200);
-  book.Account("A2").Master("M1").Position("5", 300);
+  book.Product("700", "HKD", 400).FExchange = TCode("HK");
+  book.Account("M1").FMasterType = 0;
+  book.Account("A1", "M1");
+  book.Account("A2", "M1");
+  book.Position("A1", "5", 100);
+  book.Position("A1", "700", 200);
+  book.Position("A2", "5", 300);
   return book;
-}
-
-TPositionFacts Position(TCode account, std::string_view symbol, double quantity) {
-  TPositionFacts facts;
-  facts.FAccount = account;
-  facts.FSymbol = TCode(symbol);
-  facts.FHoldingQuantity = quantity;
-  return facts;
-}
-
-TPriceFacts LastPrice(double last) {
-  TPriceFacts prices;
-  prices.FLast = last;
-  return prices;
 }
 
 TPositionMap PositionsOf(TCode account) {
@@ -61,177 +50,129 @@ class PositionAdapterTest : public testing::Test {
     FAdapter.RemovePositionMarketDataHandler(this);
   }
 
+  void Upsert(std::string_view account, std::string_view symbol, double quantity) {
+    FHost.Data().UpsertPosition(TTestBook().Position(account, symbol, quantity));
+  }
+  void SetLast(std::string_view symbol, double last) { FHost.Data().SetPrice(TCode(symbol), {last}); }
+  std::vector<std::string> Heard() {
+    FHost.RunLoop();
+    return FRecorder.Take();
+  }
+
   TTestHost FHost{TwoSubAccounts()};
   TCustomPositionAdapter& FAdapter = TCustomPositionAdapter::GetInstance();
   TRecorder FRecorder;
 };
 
-TEST_F(PositionAdapterTest, ChangesOfOneTurnArriveTogetherAndNameWhatChanged) {
+TEST_F(PositionAdapterTest, ChangesOfOneTurnArriveTogetherAndAMovedSubscriptionHearsTheNewAccount) {
   FAdapter.RegisterPositionListener(kA1, FRecorder.Positions(), this, TCode());
-  FHost.Data().UpsertPosition(Position(kA1, "5", 150));
-  FHost.Data().UpsertPosition(Position(kA1, "9", 10));
-  FHost.Data().UpsertPosition(Position(kA1, "5", 160));
-  FHost.Data().UpsertPosition(Position(kA2, "5", 310));
+  Upsert("A1", "5", 150);
+  Upsert("A1", "9", 10);
+  Upsert("A1", "5", 160);
+  Upsert("A2", "5", 310);
   EXPECT_THAT(FRecorder.Take(), IsEmpty());
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(5 9) A2(5)"));
+  EXPECT_THAT(Heard(), ElementsAre("A1(5 9 ) A2(5 ) "));
   EXPECT_EQ(HoldingOf(PositionsOf(kA1), "5"), 160);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty());
-}
-
-TEST_F(PositionAdapterTest, AMovedSubscriptionHearsTheNewAccountAlone) {
-  FAdapter.RegisterPositionListener(kA1, FRecorder.Positions(), this, TCode());
-  FAdapter.RegisterPositionListener(kA2, FRecorder.Positions(), this, kA1);
-  FHost.Data().UpsertPosition(Position(kA1, "5", 1));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty());
-  FHost.Data().UpsertPosition(Position(kA2, "5", 2));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A2(5)"));
-}
-
-TEST_F(PositionAdapterTest, AMasterHearsItsSubAccountsOnceATurn) {
-  FAdapter.RegisterSubAccountPositionListener(kM1, FRecorder.Positions(), this);
-  FHost.Data().UpsertPosition(Position(kA1, "700", 1));
-  FHost.Data().UpsertPosition(Position(kA2, "5", 2));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700) A2(5)"));
-}
-
-TEST_F(PositionAdapterTest, ARemovedPositionIsToldByItsAccount) {
-  FAdapter.RegisterPositionListener(kA1, FRecorder.Positions(), this, TCode());
+  EXPECT_THAT(Heard(), IsEmpty());
   EXPECT_TRUE(FHost.Data().RemovePosition(kA1, "5"));
   EXPECT_FALSE(FHost.Data().RemovePosition(kA1, "5"));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1()"));
-  EXPECT_THAT(PositionsOf(kA1).GetKeys(), ElementsAre("700"));
+  EXPECT_THAT(Heard(), ElementsAre("A1() "));
+  FAdapter.RegisterPositionListener(kA2, FRecorder.Positions(), this, kA1);
+  Upsert("A1", "5", 1);
+  EXPECT_THAT(Heard(), IsEmpty());
+  Upsert("A2", "5", 2);
+  EXPECT_THAT(Heard(), ElementsAre("A2(5 ) "));
 }
 
-TEST_F(PositionAdapterTest, AChangeMadeByAHandlerArrivesInTheNextTurn) {
-  FAdapter.RegisterPositionListener(kA1, FRecorder.Positions(), this, TCode());
-  FRecorder.FOnNotice = [this] {
-    FRecorder.FOnNotice = nullptr;
-    FHost.Data().UpsertPosition(Position(kA1, "700", 7));
-  };
-  FHost.Data().UpsertPosition(Position(kA1, "5", 1));
+TEST_F(PositionAdapterTest, AMasterHearsItsSubAccountsAndAHandlersOwnChangeInTheNextTurn) {
+  FAdapter.RegisterSubAccountPositionListener(kM1, FRecorder.Positions(), this);
+  FRecorder.FOnNotice = [this] { Upsert("A1", "9", 7); };
+  Upsert("A1", "700", 1);
+  Upsert("A2", "5", 2);
   EXPECT_TRUE(FHost.Loop().RunOnce());
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(5)"));
+  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700 ) A2(5 ) "));
   EXPECT_TRUE(FHost.Loop().RunOnce());
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700)"));
+  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(9 ) "));
 }
 
 TEST_F(PositionAdapterTest, AMapKeepsWhatItHoldsWhateverHappensToThePositions) {
   const TPositionMap before = PositionsOf(kA1);
-  FHost.Data().UpsertPosition(Position(kA1, "5", 999));
+  Upsert("A1", "5", 999);
   EXPECT_EQ(HoldingOf(before, "5"), 100);
   EXPECT_EQ(HoldingOf(PositionsOf(kA1), "5"), 999);
   FHost.Data().RemovePosition(kA1, "5");
-  FHost.Data().Replace(THostContents());
+  FHost.Data().Replace({});
   EXPECT_THAT(before.GetKeys(), ElementsAre("5", "700"));
   EXPECT_EQ(HoldingOf(before, "700"), 200);
-  EXPECT_EQ(before.Find("700")->GetAccountID(), kA1);
   EXPECT_EQ(before.Find("700")->GetReferenceItem(), nullptr) << "the symbol is no longer known";
   EXPECT_TRUE(PositionsOf(kA1).IsEmpty());
 }
 
-TEST_F(PositionAdapterTest, PositionsOfAnAccountAreOrderedByKeyAndTheLastOfAKeyCounts) {
-  std::vector<TPositionFacts> positions = {Position(kA1, "9", 1), Position(kA1, "10", 2),
-                                           Position(kA1, "9", 3)};
-  positions[1].FKey = "z";
-  FHost.Data().SetPositions(kA1, positions);
-  EXPECT_THAT(PositionsOf(kA1).GetKeys(), ElementsAre("9", "z"));
-  EXPECT_EQ(HoldingOf(PositionsOf(kA1), "9"), 3);
-  EXPECT_EQ(HoldingOf(PositionsOf(kA1), "5"), 0);
-  TPositionMap unknown = PositionsOf(kA1);
-  FAdapter.GetPositionList(TCode("nobody"), unknown);
-  EXPECT_TRUE(unknown.IsEmpty());
-}
-
-TEST_F(PositionAdapterTest, APriceReachesTheAccountsThatHoldTheSymbolNow) {
+TEST_F(PositionAdapterTest, APriceAndAReopenedMarketReachTheAccountsThatHoldTheSymbolNow) {
   FAdapter.AddPositionMarketDataHandler(FRecorder.Positions(), this);
-  FHost.Data().SetPrice(TCode("5"), LastPrice(61));
-  FHost.Data().SetPrice(TCode("5"), LastPrice(62));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(5) A2(5)"));
-
+  SetLast("5", 61);
+  SetLast("5", 62);
+  EXPECT_THAT(Heard(), ElementsAre("A1(5 ) A2(5 ) "));
   FHost.Data().RemovePosition(kA1, "5");
-  FHost.Data().UpsertPosition(Position(kA2, "700", 5));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty()) << "no price changed";
-  FHost.Data().SetPrice(TCode("5"), LastPrice(63));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A2(5)"));
-  FHost.Data().SetPrice(TCode("700"), LastPrice(401));
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700) A2(700)"));
-}
-
-TEST_F(PositionAdapterTest, AReopenedMarketCountsAsANewPrice) {
-  TTestBook book = TwoSubAccounts();
-  book.Exchange("HK", false);
-  book.Product("700", "HKD", 400).Exchange("HK");
-  FHost.Data().Replace(book.Contents());
-  FHost.RunLoop();
-  FAdapter.AddPositionMarketDataHandler(FRecorder.Positions(), this);
-  FHost.Data().SetExchangeOpen(TCode("HK"), true);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), ElementsAre("A1(700)"));
-  FHost.Data().SetExchangeOpen(TCode("HK"), true);
-  FHost.RunLoop();
-  EXPECT_THAT(FRecorder.Take(), IsEmpty()) << "it was open already";
+  Upsert("A2", "700", 5);
+  EXPECT_THAT(Heard(), IsEmpty()) << "no price changed";
+  SetLast("5", 63);
+  EXPECT_THAT(Heard(), ElementsAre("A2(5 ) "));
+  for (const auto& expected : {std::vector<std::string>{"A1(700 ) A2(700 ) "}, {}}) {  // open, open already
+    FHost.Data().SetExchangeOpen(TCode("HK"), true);
+    EXPECT_EQ(Heard(), expected);
+  }
 }
 
 TEST(PositionValueTest, APositionIsWorthItsQuantityAtThePriceTimesTheContractSize) {
   TTestBook book;
-  book.Product("share", "HKD", 60).PreviousClose(50);
-  book.Product("closed", "HKD", 0).PreviousClose(50);
-  book.Product("silent", "HKD", 0).BidAsk(1, 2);
-  book.Product("future", "HKD", 25000).ContractSize(50);
-  book.Product("bond", "USD", 98.5).Type(6).ContractSize(0.01);
-  book.Product("unlisted", "USD", 10).Unlisted();
+  book.Product("share", "HKD", 60);
+  book.FPrices.back().second.FPreviousClose = 50;
+  book.Product("closed", "HKD", 0);
+  book.FPrices.back().second.FPreviousClose = 50;
+  book.Product("silent", "HKD", 0);
+  book.FPrices.back().second.FBid = 1;
+  book.Product("future", "HKD", 25000).FContractSize = 50;
+  book.Product("bond", "USD", 98.5).FContractSize = 0.01;
+  book.Product("unlisted", "USD", 10).FListed = false;
   const TTestHost host(book);
-  const auto value = [](std::string_view symbol, double quantity) {
-    double result = -1;
-    const bool valued =
-        TCustomPositionAdapter::GetInstance().GetPositionMarketValue(TCode(symbol), quantity, result);
-    EXPECT_EQ(valued, result != -1);
-    return result;
+  constexpr double kNone = -1;
+  struct TCase {
+    const char* FSymbol;
+    double FQuantity;
+    double FValue;
   };
-  EXPECT_EQ(value("share", 100), 6000);
-  EXPECT_EQ(value("closed", 100), 5000);
-  EXPECT_EQ(value("silent", 100), -1);
-  EXPECT_EQ(value("future", -2), -2500000);
-  EXPECT_EQ(value("bond", 200000), 197000);
-  EXPECT_EQ(value("unlisted", 1), -1);
-  EXPECT_EQ(value("nothing of the kind", 1), -1);
+  for (const TCase& example : {TCase{"share", 100, 6000},
+                               {"closed", 100, 5000},
+                               {"silent", 100, kNone},
+                               {"future", -2, -2500000},
+                               {"bond", 200000, 197000},
+                               {"unlisted", 1, kNone},
+                               {"unknown", 1, kNone}}) {
+    double value = kNone;
+    const auto& adapter = TCustomPositionAdapter::GetInstance();
+    EXPECT_EQ(adapter.GetPositionMarketValue(TCode(example.FSymbol), example.FQuantity, value),
+              example.FValue != kNone);
+    EXPECT_EQ(value, example.FValue) << example.FSymbol;
+  }
 }
 
 TEST(PositionRecordTest, APositionAnswersTheColumnsOfThePositionGrid) {
   TTestBook book;
-  book.Product("5", "HKD", 60);
-  book.Account("A1").Position("5", -300).PriceBased(58.5);
-  TPositionFacts& facts = book.Contents().FPositions.back();
-  facts.FBODQuantity = 1;
-  facts.FVoucherQuantity = 2;
-  facts.FTodayBuyQuantity = 3;
-  facts.FTodaySellQuantity = 4;
-  facts.FQuantity = 5;
-  facts.FCoveredQuantity = 6;
+  book.Account("A1");
+  book.FPositions = {{kA1, "", TCode("5"), 0, 0, 0, 0, 0, 0, 0, true, true, 1, 2, 3, 4, 5, 6, 58.5, 0, 0}};
   const TTestHost host(book);
   const TPositionMap positions = PositionsOf(kA1);
   const TCustomPositionData& position = *positions.Find("5");
-  const std::pair<std::int32_t, double> quantities[] = {{9014, 1}, {1302, 2}, {479, 3},
-                                                        {480, 4},  {95, 5},   {1105, 6}};
+  const std::pair<std::int32_t, double> quantities[] = {
+      {9014, 1}, {1302, 2}, {479, 3}, {480, 4}, {95, 5}, {1105, 6}, {kPositionAveragePrice, 58.5}};
   for (const auto& [field, quantity] : quantities) {
     EXPECT_EQ(position.GetDataValue(field), TVariant::Float(quantity)) << field;
   }
   EXPECT_EQ(position.GetDataString(0), "5");
   EXPECT_EQ(position.GetDataString(11), "S");
-  EXPECT_EQ(position.GetDataValue(kPositionAveragePrice), TVariant::Float(58.5));
   EXPECT_TRUE(position.GetDataValue(kPositionBuyAveragePrice).IsUnassigned());
   EXPECT_TRUE(position.GetDataValue(155).IsUnassigned());
-  EXPECT_TRUE(position.IsPriceBasedPL());
 }
 
 }  // namespace

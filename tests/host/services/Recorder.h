@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <utility>
@@ -15,39 +14,31 @@ namespace margindesk {
 // Keeps what it was notified of, as texts.
 class TRecorder {
  public:
-  THandler Accounts() { return MakeHandler<&TRecorder::TakeAccounts>(this); }    // "A1 A2"
-  THandler Positions() { return MakeHandler<&TRecorder::TakePositions>(this); }  // "A1(5 700) A2()"
+  THandler Accounts() { return MakeHandler<&TRecorder::TakeAccounts>(this); }    // "A1 A2 "
+  THandler Positions() { return MakeHandler<&TRecorder::TakePositions>(this); }  // "A1(5 700 ) A2() "
   THandler Plain() { return MakeHandler<&TRecorder::TakePlain>(this); }          // "called"
 
   // What has come since the last call.
   std::vector<std::string> Take() { return std::exchange(FNotices, {}); }
 
-  // Called before a notice is kept.
-  std::function<void()> FOnNotice;
+  std::function<void()> FOnNotice = [] {};  // called once, when a notice was kept
 
  private:
   void TakeAccounts(void* /*sender*/, void* data) {
-    std::string notice;
-    for (const auto& [account, record] : *static_cast<TAccountMap*>(data)) {
-      notice += (notice.empty() ? "" : " ") + account.Text();
-    }
-    Keep(std::move(notice));
+    std::string& notice = FNotices.emplace_back();
+    for (const auto& [account, record] : *static_cast<TAccountMap*>(data)) notice += account.Text() + " ";
+    std::exchange(FOnNotice, [] {})();
   }
   void TakePositions(void* /*sender*/, void* data) {
-    std::string notice;
+    std::string& notice = FNotices.emplace_back();
     for (const auto& [account, positions] : *static_cast<TAccountPositionMap*>(data)) {
-      std::string keys;
-      for (const std::string& key : positions.GetKeys()) keys += (keys.empty() ? "" : " ") + key;
-      notice += (notice.empty() ? "" : " ") + account.Text() + "(" + keys + ")";
+      notice += account.Text() + "(";
+      for (const std::string& key : positions.GetKeys()) notice += key + " ";
+      notice += ") ";
     }
-    Keep(std::move(notice));
+    std::exchange(FOnNotice, [] {})();
   }
-  void TakePlain(void* /*sender*/, void* /*data*/) { Keep("called"); }
-
-  void Keep(std::string notice) {
-    if (FOnNotice) FOnNotice();
-    FNotices.push_back(std::move(notice));
-  }
+  void TakePlain(void* /*sender*/, void* /*data*/) { FNotices.emplace_back("called"); }
 
   std::vector<std::string> FNotices;
 };
