@@ -53,6 +53,10 @@ std::unique_ptr<TColumnInfo> TakeColumn(std::string_view key, TColumnList& custo
   return named == custom.end() ? nullptr : std::move(*named);
 }
 
+bool IsNamed(const TColumnList& columns, std::string_view key) {
+  return std::ranges::any_of(columns, [key](const auto& column) { return column->FKey == key; });
+}
+
 }  // namespace
 
 TColumnList MakeConfiguredColumns(const TCustomAccount& account) {
@@ -72,6 +76,13 @@ TColumnList MakeNamedColumns(std::string_view keys) {
   TColumnList custom;
   AppendCustomColumns(custom);
   for (const std::string& key : named) {
+    const TCatalogueRow* row = FindCatalogueRow(key);
+    if (row != nullptr && !IsAccountColumn(*row)) {
+      throw TCliError("column " + QuotedForMessage(key) + " belongs to positions; see the command positions");
+    }
+    if (IsNamed(columns, row != nullptr ? row->FKey : key)) {
+      throw TCliError("column " + QuotedForMessage(key) + " is named twice");
+    }
     if (auto column = TakeColumn(key, custom)) {
       columns.push_back(std::move(column));
       continue;

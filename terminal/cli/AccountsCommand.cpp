@@ -34,7 +34,7 @@ TAccountLines ReadAccounts(const THostData& data) {
   return lines;
 }
 
-void WriteText(std::ostream& out, const TAccountLines& lines) {
+void WriteText(std::ostream& out, const TAccountLines& lines, const TTerminal& terminal) {
   const auto& language = TCustomLanguageManager::GetInstance();
   TTextTable table;
   table.AddColumn(GetResourceText("Res_Account"), false);
@@ -42,7 +42,7 @@ void WriteText(std::ostream& out, const TAccountLines& lines) {
   table.AddColumn(language.GetLanguageText("Host", "AccountList_Type"), false);
   table.AddColumn(language.GetLanguageText("Host", "AccountList_Master"), false);
   for (const TAccountLine& line : lines) table.AddRow({line.FAccount, line.FName, line.FType, line.FMaster});
-  table.Write(out, false);
+  table.Write(out, terminal.FColour, terminal.FWidth);
 }
 
 void WriteAsJson(std::ostream& out, const TAccountLines& lines) {
@@ -69,7 +69,7 @@ int TAccountsCommand::Run(TSession& session, std::ostream& out) {
   const TAccountLines lines = ReadAccounts(session.Host().Data());
   switch (FFormat.Get()) {
     case TOutputFormat::kText:
-      WriteText(out, lines);
+      WriteText(out, lines, session.Terminal());
       break;
     case TOutputFormat::kJson:
       WriteAsJson(out, lines);

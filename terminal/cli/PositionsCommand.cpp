@@ -42,7 +42,8 @@ bool IsShown(const TPositionRows& rows, std::size_t index) {
          });
 }
 
-void WriteText(std::ostream& out, const TPositionRows& rows, const TFormatter& formatter, bool colour) {
+void WriteText(std::ostream& out, const TPositionRows& rows, const TFormatter& formatter,
+               const TTerminal& terminal) {
   const auto columns = GetPositionColumns();
   TTextTable table;
   std::vector<std::size_t> shown;
@@ -57,7 +58,7 @@ void WriteText(std::ostream& out, const TPositionRows& rows, const TFormatter& f
     for (const std::size_t i : shown) texts.push_back(GetDisplayText(columns[i], row[i], formatter));
     table.AddRow(texts);
   }
-  table.Write(out, colour);
+  table.Write(out, terminal.FColour, terminal.FWidth);
 }
 
 void WriteAsJson(std::ostream& out, const TPositionRows& rows, const std::string& account) {
@@ -97,7 +98,7 @@ int TPositionsCommand::Run(TSession& session, std::ostream& out) {
   const TPositionRows rows = ReadPositions(host.Data(), account);
   switch (FFormat.Get()) {
     case TOutputFormat::kText:
-      WriteText(out, rows, host.Formatter(), session.Terminal().FColour);
+      WriteText(out, rows, host.Formatter(), session.Terminal());
       break;
     case TOutputFormat::kJson:
       WriteAsJson(out, rows, account);

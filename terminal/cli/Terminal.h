@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <ostream>
@@ -15,7 +16,8 @@ struct TTerminal {
   std::ostream& FOut;
   std::ostream& FErr;
   TEnvironment FEnvironment;
-  bool FColour = false;  // the output is read on a screen that shows colours
+  bool FColour = false;    // the output is read on a screen that shows colours
+  std::size_t FWidth = 0;  // of that screen in columns; 0 for no screen
 };
 
 }  // namespace margindesk

@@ -56,7 +56,32 @@ void TTextTable::AddRow(const std::vector<std::string>& texts) {
   FRows.push_back(std::move(row));
 }
 
-void TTextTable::Write(std::ostream& out, bool colour) const {
+void TTextTable::Write(std::ostream& out, bool colour, std::size_t screenWidth) const {
+  std::size_t width = 0;
+  for (const TColumn& column : FColumns) width += column.FWidth + (width > 0 ? 2 : 0);
+  screenWidth > 0 && width > screenWidth ? WriteBlocks(out, colour) : WriteTable(out, colour);
+}
+
+void TTextTable::WriteBlocks(std::ostream& out, bool colour) const {
+  std::size_t captionWidth = 0;
+  std::size_t textWidth = 0;
+  for (std::size_t i = 0; i < FColumns.size(); ++i) {
+    captionWidth = std::max(captionWidth, GetDisplayWidth(FColumns[i].FCaption));
+    for (const auto& row : FRows) textWidth = std::max(textWidth, GetDisplayWidth(row[i]));
+  }
+  for (const auto& row : FRows) {
+    if (&row != &FRows.front()) out << '\n';
+    for (std::size_t i = 0; i < FColumns.size(); ++i) {
+      std::string line;
+      AppendPadded(line, FColumns[i].FCaption, captionWidth + 2, false);
+      line.append(GetPadding(row[i], textWidth), ' ');
+      AppendFigure(line, row[i], colour);
+      WriteLine(out, std::move(line));
+    }
+  }
+}
+
+void TTextTable::WriteTable(std::ostream& out, bool colour) const {
   std::string captions;
   for (const TColumn& column : FColumns) {
     if (!captions.empty()) captions += "  ";

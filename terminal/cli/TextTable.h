@@ -26,9 +26,13 @@ class TTextTable {
   // One text a column, made fit for a line.
   void AddRow(const std::vector<std::string>& texts);
 
-  void Write(std::ostream& out, bool colour) const;
+  // A screen too narrow for the table (width in columns, 0 for no bound) gets a block of lines for each row.
+  void Write(std::ostream& out, bool colour, std::size_t screenWidth) const;
 
  private:
+  void WriteTable(std::ostream& out, bool colour) const;
+  void WriteBlocks(std::ostream& out, bool colour) const;
+
   struct TColumn {
     std::string FCaption;
     bool FFigures;

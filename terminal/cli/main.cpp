@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include "terminal/cli/Application.h"
@@ -21,13 +22,18 @@ bool ShowsColours() {
          ReadEnvironment("TERM").value_or("dumb") != "dumb";
 }
 
+std::size_t GetScreenWidth() {
+  winsize size{};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   // A reader that closes its end ("| head") shows as a failed write, which ends the program quietly.
   std::signal(SIGPIPE, SIG_IGN);
   std::ios::sync_with_stdio(false);
-  margindesk::TTerminal terminal{std::cout, std::cerr, &ReadEnvironment, ShowsColours()};
+  margindesk::TTerminal terminal{std::cout, std::cerr, &ReadEnvironment, ShowsColours(), GetScreenWidth()};
   return margindesk::RunApplication(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
                                     terminal);
 }

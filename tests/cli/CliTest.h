@@ -39,6 +39,7 @@ class TCliTest : public ::testing::Test {
   const std::filesystem::path FHome;  // "csv" holds the small book's files
   std::map<std::string, std::string> FEnvironment;
   bool FColour = false;
+  std::size_t FWidth = 0;
 };
 
 std::string ReadWholeFile(const std::filesystem::path& file);

@@ -57,6 +57,9 @@ TEST_F(Lists, LeaveOutPositionColumnsThatHoldNothing) {
       "  -600.00        150.50         -750.50\n"
       "ZZOB                 S    USD                 -5                             0.00                "
       "     0.00          0.00            0.00\n");
+  FWidth = 80;  // too narrow for a row
+  EXPECT_THAT(Run({"positions", "S1", "--lang", "CHS"}).FOut,
+              HasSubstr("\n未实现盈亏      -750.50\n\n代码               ZZOB\n"));
   EXPECT_THAT(Run({"positions", "B1"}).FOut, Not(HasSubstr("Average")));
   EXPECT_EQ(SplitIntoLines(Run({"positions", "S1", "--format", "csv"}).FOut)[2].substr(0, 17),
             "ZZOB,ZZOB,,S,USD,");
