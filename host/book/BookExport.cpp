@@ -49,6 +49,7 @@ void WriteFile(const std::filesystem::path& file, const std::string& text) {
 void ExportBookFiles(TSqliteConnection& connection, const std::filesystem::path& directory) {
   std::error_code error;
   std::filesystem::create_directories(directory, error);
+  if (error) throw TBookError(directory.string(), "cannot be made a directory: " + error.message());
   CheckBookDirectory(directory);
   {
     // All tables as they are at one moment.
