@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+// What replaces operator new has nothing but malloc to stand on.
+// NOLINTBEGIN(cppcoreguidelines-no-malloc)
 namespace {
 
 std::atomic<std::size_t> allocationCount{0};
@@ -29,6 +31,8 @@ void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept { st
 void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
   std::free(memory);
 }
+
+// NOLINTEND(cppcoreguidelines-no-malloc)
 
 namespace margindesk {
 

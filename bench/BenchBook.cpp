@@ -47,11 +47,7 @@ void AddAccount(THostContents& contents, TCode account, TCode master, std::mt199
 
 }  // namespace
 
-std::vector<TCode> GetBenchCurrencies() {
-  std::vector<TCode> currencies;
-  for (const std::string_view currency : kCurrencies) currencies.emplace_back(currency);
-  return currencies;
-}
+std::vector<TCode> GetBenchCurrencies() { return {kCurrencies.begin(), kCurrencies.end()}; }
 
 THostContents MakeBenchBook(std::size_t positionCount, std::size_t subAccountCount) {
   std::mt19937 random(20260101);
