@@ -44,6 +44,9 @@ TEST_F(Application, RefusesWhatItDoesNotKnowInOneLine) {
   ExpectRefused(Run({"account", "M1", "--columns", "PL,Profit"}), "unknown column \"Profit\"");
   ExpectRefused(Run({"account", "M1", "--columns", "OMS_NETAV"}), "unknown column \"OMS_NETAV\"");
   ExpectRefused(Run({"account", "M1", "--columns", ""}), "names no column");
+  ExpectRefused(Run({"account", "M1", "--columns", "PL,Symbol"}), "\"Symbol\" belongs to positions");
+  ExpectRefused(Run({"account", "M1", "--columns", "PL,pl"}), "\"pl\" is named twice");
+  ExpectRefused(Run({"account", "M1", "--columns", "2,2"}), "\"2\" is named twice");
   ExpectRefused(Run({"account", "M1", "--layout", "4"}), "4");
   ExpectRefused(Run({"account", "S1", "--aggregate"}), "\"S1\" is no master account");
   ExpectRefused(RunBare({"--book", "", "accounts"}), "--book names no file");
