@@ -83,16 +83,14 @@ TEST(OrderTest, ARemarkSaysWhatIsSpecialAboutAnOrderOverTheCounterWhichNobodyTak
   const TTestHost host(book);
   auto& adapter = TCustomOrderAdapter::GetInstance();
   const auto order = adapter.NewClientOrder();
-  const auto remark = [&](std::string_view symbol, std::int32_t side) {
+  for (const auto& [symbol, side, remark] : {std::tuple("fund", 0, "Fund Subscription"),
+                                             {"fund", 1, "Fund Redemption"},
+                                             {"bond", 1, "OTC Bond"},
+                                             {"listed bond", 0, ""}}) {
     order->SetSymbol(TCode(symbol));
     order->SetSide(side);
-    return adapter.GetRemarkText(*order);
-  };
-  EXPECT_EQ(remark("fund", 0), "Fund Subscription");
-  EXPECT_EQ(remark("fund", 1), "Fund Redemption");
-  EXPECT_EQ(remark("bond", 1), "OTC Bond");
-  EXPECT_EQ(remark("listed bond", 0), "");
-  EXPECT_EQ(remark("unknown", 0), "");
+    EXPECT_EQ(adapter.GetRemarkText(*order), remark) << symbol;
+  }
 
   auto& manager = TCustomOrderActionManager::GetInstance();
   EXPECT_FALSE(manager.CheckOrderAction(*order, 1, false));
