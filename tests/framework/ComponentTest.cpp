@@ -69,7 +69,7 @@ struct View : testing::Test {
   TViewHandle Open(std::string name) {
     return FView->AddView(std::make_unique<TFullFrame>(FLog, std::move(name)));
   }
-  TFullFrame* Frame(TViewHandle handle) { return static_cast<TFullFrame*>(FView->FindFrame(handle)); }
+  TFullFrame* Frame(TViewHandle handle) const { return static_cast<TFullFrame*>(FView->FindFrame(handle)); }
 };
 
 TEST_F(View, KeepsFramesUnderHandlesThatAreNeverGivenOutTwiceAndClosesTheLastOpenedFirst) {

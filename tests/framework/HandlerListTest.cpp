@@ -1,22 +1,11 @@
-#include <atomic>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <stdexcept>
 
 #include <gmock/gmock.h>
 
+#include "bench/Allocations.h"
 #include "model/contract/Handlers.h"
-
-static std::atomic<std::size_t> allocationCount = 0;
-
-// Of this test program alone. Never inlined, or the compiler takes free for the wrong partner of new.
-[[gnu::noinline]] void* operator new(std::size_t size) {
-  ++allocationCount;
-  return std::malloc(size);  // NOLINT(cppcoreguidelines-no-malloc)
-}
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace margindesk {
 namespace {
@@ -162,9 +151,9 @@ TYPED_TEST(HandlerListPromises, APassOfAListThatHasRunBeforeAllocatesNothing) {
   this->FLog.reserve(6);
   this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
   this->FSubject->Notify(nullptr, nullptr);
-  const std::size_t before = allocationCount;
+  const std::size_t before = GetAllocationCount();
   this->FSubject->Notify(nullptr, nullptr);
-  EXPECT_EQ(allocationCount, before);
+  EXPECT_EQ(GetAllocationCount(), before);
   EXPECT_EQ(this->FLog.size(), 6U);
 }
 

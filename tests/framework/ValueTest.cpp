@@ -36,6 +36,7 @@ TEST(Code, ThreadsThatInternTheSameTextsGetTheSameDenselyNumberedCodes) {
   {
     std::latch start(codes.size());
     std::vector<std::jthread> threads;
+    threads.reserve(codes.size());
     for (auto& own : codes) {
       threads.emplace_back([&own, &start] {
         start.arrive_and_wait();

@@ -65,11 +65,12 @@ TEST_F(BookDemo, IsSoundAndShowsEveryFeatureAndItsFiguresAgreeWithItsPositions) 
             "0.01"),
       0);
   for (const std::string figure : {"cash_balance", "net_equity", "initial_margin", "hold_fund"}) {
-    EXPECT_EQ(
-        count("figures t WHERE currency IS NULL AND abs(" + figure + " - (SELECT sum(f." + figure +
-              " * ratio) FROM figures f JOIN currencies USING (currency) WHERE f.account = t.account AND "
-              "NOT f.separate_row AND NOT excluded)) > 0.01"),
-        0);
+    std::string wrong = "figures t WHERE currency IS NULL AND abs(";
+    wrong.append(figure).append(" - (SELECT sum(f.").append(figure);
+    wrong +=
+        " * ratio) FROM figures f JOIN currencies USING (currency) WHERE f.account = t.account AND NOT "
+        "f.separate_row AND NOT excluded)) > 0.01";
+    EXPECT_EQ(count(wrong), 0) << figure;
   }
 }
 
