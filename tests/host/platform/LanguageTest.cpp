@@ -18,6 +18,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsNull;
+using testing::Matcher;
 using testing::Pointee;
 
 std::string RefusalOf(const std::function<void()>& action) {
@@ -112,8 +113,8 @@ TEST(ShippedLanguages, HoldTheKeysOfEnglishInItsOrderEachWithATextOfItsOwnAndThe
         ASSERT_TRUE(text != nullptr && !text->empty());
         EXPECT_EQ(PlaceHolders(*text), PlaceHolders(*english.Text(section, key)));
         const std::string* type = english.Value(section, key, "Type");
-        const std::string* ownType = file.Value(section, key, "Type");
-        EXPECT_EQ(ownType == nullptr ? "" : *ownType, type == nullptr ? "" : *type);
+        EXPECT_THAT(file.Value(section, key, "Type"),
+                    type ? Matcher<const std::string*>(Pointee(*type)) : IsNull());
         if (section != Const_ResourceStringTag) continue;
         const auto [first, isNew] = keyOfResource.emplace(*text, key);
         const auto allowed = sharedOnPurpose.find(key);
