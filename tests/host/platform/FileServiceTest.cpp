@@ -93,12 +93,11 @@ struct TCompletion {
 
 // Somebody who asks for files.
 struct TAsker {
-  std::vector<TCompletion> FCompletions;
-
   void Complete(void* /*sender*/, const std::string& fileName, const std::string& text, bool success) {
     FCompletions.push_back({fileName, text, success, std::this_thread::get_id()});
   }
   TFileCompletionHandler Handler() { return MakeFileCompletionHandler<&TAsker::Complete>(this); }
+  std::vector<TCompletion> FCompletions;
 };
 
 class Files : public testing::Test {

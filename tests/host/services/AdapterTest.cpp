@@ -87,7 +87,6 @@ TEST_F(Adapters, PositionsOfOneTurnArriveTogetherAndAMovedSubscriptionHearsTheNe
   EXPECT_THAT(Heard(), ElementsAre("A1(5 9 ) A2(5 ) "));
   EXPECT_EQ(HoldingOf(PositionsOf(kA1), "5"), 160);
   EXPECT_TRUE(FData.RemovePosition(kA1, "5"));
-  EXPECT_FALSE(FData.RemovePosition(kA1, "5"));
   EXPECT_THAT(Heard(), ElementsAre("A1() "));
   FPositions.RegisterPositionListener(kA2, FRecorder.Positions(), this, kA1);
   Upsert("A1", "5", 1);
