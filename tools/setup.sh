@@ -10,7 +10,7 @@ jobs="${JOBS:-2}"
 
 # Debian's packages by what needs them.
 declare -A packages=(
-  [build]="g++ cmake ninja-build libsqlite3-dev libcurl4-openssl-dev libcli11-dev nlohmann-json3-dev ca-certificates"
+  [build]="g++ cmake ninja-build libsqlite3-dev libcurl4-openssl-dev libcli11-dev nlohmann-json3-dev libstb-dev ca-certificates"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev clang-format"
   [clang]="clang-14"
   [tidy]="clang-14 clang-tidy-14"

@@ -41,9 +41,39 @@ TCustomTreeDataSource::TCustomTreeDataSource(const TColumnList& columns,
                                              TTreeDataControlClass dataControlClass)
     : TComponent(nullptr), FDataControl(dataControlClass(this)) {
   FDataControl->SetColumnList(columns);
+  FDataControl->SetOnChange(MakeDataChangeEvent<&TCustomTreeDataSource::DataChanged>(this));
+}
+
+TCustomTreeDataSource::~TCustomTreeDataSource() {
+  FDataControl->SetOnChange({});
+  DataChanged(nullptr);
+}
+
+void TCustomTreeDataSource::SetColumnList(const TColumnList& columns) {
+  FDataControl->SetColumnList(columns);
+  DataChanged(FDataControl);
+}
+
+void TCustomTreeDataSource::Connect(TDataChangeEvent event) noexcept { FOnChange = event; }
+
+void TCustomTreeDataSource::DataChanged(TBaseDataControl* sender) {
+  if (FOnChange) FOnChange(sender);
 }
 
 TCustomGridDataSource::TCustomGridDataSource(TGridDataControlClass dataControlClass)
-    : TComponent(nullptr), FDataControl(dataControlClass(this)) {}
+    : TComponent(nullptr), FDataControl(dataControlClass(this)) {
+  FDataControl->SetOnChange(MakeDataChangeEvent<&TCustomGridDataSource::DataChanged>(this));
+}
+
+TCustomGridDataSource::~TCustomGridDataSource() {
+  FDataControl->SetOnChange({});
+  DataChanged(nullptr);
+}
+
+void TCustomGridDataSource::Connect(TDataChangeEvent event) noexcept { FOnChange = event; }
+
+void TCustomGridDataSource::DataChanged(TBaseDataControl* sender) {
+  if (FOnChange) FOnChange(sender);
+}
 
 }  // namespace margindesk

@@ -1,5 +1,7 @@
 #include "host/services/HostCalls.h"
 
+#include "host/services/PictureFile.h"
+
 namespace margindesk {
 
 bool THostCalls::IsChinaConnectExchange(TCode exchange) const {
@@ -19,6 +21,10 @@ bool THostCalls::OpenCustomView(void* sender, std::int32_t viewID, std::int32_t 
 
 void THostCalls::SendViewNotify(TFrame* view, std::int32_t code) {
   if (FSink) FSink(view, code);
+}
+
+bool THostCalls::DecodePicture(const std::string& fileName, TBitmap& bitmap) {
+  return DecodePictureFile(fileName, bitmap);
 }
 
 }  // namespace margindesk

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "host/framework/HostFunctions.h"
 #include "host/services/HostData.h"
@@ -25,6 +26,7 @@ class THostCalls final : public THostFunctions {
   bool OpenCustomView(void* sender, std::int32_t viewID, std::int32_t number, const TBaseData* data,
                       bool flag1, bool flag2) override;
   void SendViewNotify(TFrame* view, std::int32_t code) override;
+  bool DecodePicture(const std::string& fileName, TBitmap& bitmap) override;
 
   // Each takes the place of the one before; an empty one takes it out.
   void SetViewOpener(TViewOpener opener) { FOpener = std::move(opener); }

@@ -19,6 +19,7 @@ namespace margindesk {
 class TAccountDataNode : public TDataNode {
  public:
   explicit TAccountDataNode(std::int32_t attribute) : TDataNode(nullptr), FAttribute(attribute) {}
+  std::string GetKey() const override { return IntegerToText(FAttribute); }
   std::int32_t GetAttribute() const noexcept { return FAttribute; }
 
  private:
@@ -30,6 +31,7 @@ class TAccountDataValueNode : public TDataNode {
  public:
   TAccountDataValueNode(TAccountDataNode* attributeNode, TCode currency)
       : TDataNode(attributeNode), FAttribute(attributeNode->GetAttribute()), FCurrency(currency) {}
+  std::string GetKey() const override { return FCurrency.Text(); }
   std::int32_t GetAttribute() const noexcept { return FAttribute; }
   TCode GetCurrency() const noexcept { return FCurrency; }
 
@@ -43,6 +45,7 @@ class TConvertAccountDataValueNode : public TDataNode {
  public:
   TConvertAccountDataValueNode(TAccountDataValueNode* valueNode, TCode currency)
       : TDataNode(valueNode), FAttribute(valueNode->GetAttribute()), FCurrency(currency) {}
+  std::string GetKey() const override { return FCurrency.Text(); }
   std::int32_t GetAttribute() const noexcept { return FAttribute; }
   TCode GetCurrency() const noexcept { return FCurrency; }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "model/contract/ColumnInfo.h"
 #include "model/contract/Component.h"
@@ -47,6 +48,16 @@ class TBaseDataControl : public TComponent {
 
  private:
   TDataChangeEvent FOnChange;
+};
+
+// The identity of rows, for a data control whose rows come and go. A grid keeps the key of its focused record
+// and looks it up after every change, so that the focus follows its position and never slides onto another
+// one; what the user does next is then done to the row that he chose.
+class TRowKeys {
+ public:
+  virtual ~TRowKeys() = default;
+  virtual std::string GetRowKey(std::int32_t row) const = 0;         // "" out of range
+  virtual std::int32_t FindRow(std::string_view key) const = 0;      // -1 when there is none
 };
 
 }  // namespace margindesk

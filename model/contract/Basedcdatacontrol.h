@@ -35,6 +35,9 @@ class TDataNode {
   void ClearChildren() noexcept { FChildren.clear(); }  // before the children themselves go
   std::int32_t GetLevel() const noexcept { return FParent == nullptr ? 0 : FParent->GetLevel() + 1; }
 
+  // Tells the row from its siblings, also after the rows have been built anew.
+  virtual std::string GetKey() const = 0;
+
  private:
   TDataNode* FParent;
   std::vector<TDataNode*> FChildren;
@@ -80,11 +83,19 @@ TBaseDataControl* CreateGridDataControl(TComponent* owner) {
 class TCustomTreeDataSource : public TComponent {
  public:
   TCustomTreeDataSource(const TColumnList& columns, TTreeDataControlClass dataControlClass);
+  ~TCustomTreeDataSource() override;
 
   TCustomTreeDataControl* GetDataControl() const noexcept { return FDataControl; }
-  void SetColumnList(const TColumnList& columns) { FDataControl->SetColumnList(columns); }
+  void SetColumnList(const TColumnList& columns);
+
+  // The event of the tree that shows the source: rows or cells may have changed; a null sender says that the
+  // source is going. An empty event ends it.
+  void Connect(TDataChangeEvent event) noexcept;
 
  private:
+  void DataChanged(TBaseDataControl* sender);
+
+  TDataChangeEvent FOnChange;
   TCustomTreeDataControl* FDataControl;  // an owned component
 };
 
@@ -92,10 +103,16 @@ class TCustomTreeDataSource : public TComponent {
 class TCustomGridDataSource : public TComponent {
  public:
   explicit TCustomGridDataSource(TGridDataControlClass dataControlClass);
+  ~TCustomGridDataSource() override;
 
   TBaseDataControl* GetDataControl() const noexcept { return FDataControl; }
 
+  void Connect(TDataChangeEvent event) noexcept;  // as of a tree's source
+
  private:
+  void DataChanged(TBaseDataControl* sender);
+
+  TDataChangeEvent FOnChange;
   TBaseDataControl* FDataControl;  // an owned component
 };
 

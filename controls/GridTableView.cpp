@@ -1,0 +1,208 @@
+#include "controls/GridTableView.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+#include "model/contract/Basedcdatacontrol.h"
+
+namespace margindesk {
+
+namespace {
+
+// Numbers by value and before texts, texts byte by byte; a cell without a value comes first.
+int Compare(const TVariant& a, const TVariant& b) {
+  const auto rank = [](const TVariant& value) { return value.IsNumber() ? 1 : value.IsText() ? 2 : 0; };
+  if (rank(a) != rank(b)) return rank(a) - rank(b);
+  if (a.IsNumber()) {
+    const double left = a.AsFloat();
+    const double right = b.AsFloat();
+    return left < right ? -1 : left > right ? 1 : 0;
+  }
+  return a.IsText() ? a.AsText().compare(b.AsText()) : 0;
+}
+
+}  // namespace
+
+TGridTableView::~TGridTableView() { SetDataSource(nullptr); }
+
+void TGridTableView::SetDataSource(TCustomGridDataSource* source) {
+  if (source == FDataSource) return;
+  if (FDataSource != nullptr) FDataSource->Connect({});
+  FDataSource = source;
+  FRecords.clear();
+  if (source != nullptr) source->Connect(MakeDataChangeEvent<&TGridTableView::DataChanged>(this));
+  InvalidateOrder();
+  ChangeFocus(-1);
+}
+
+TBaseDataControl* TGridTableView::GetDataControl() const noexcept {
+  return FDataSource == nullptr ? nullptr : FDataSource->GetDataControl();
+}
+
+void TGridTableView::DataChanged(TBaseDataControl* sender) {
+  if (sender == nullptr) FDataSource = nullptr;
+  InvalidateOrder();
+  FollowFocus();
+}
+
+void TGridTableView::InvalidateOrder() {
+  FOrderValid = false;
+  Updated();
+}
+
+void TGridTableView::FollowFocus() {
+  if (FFocusedRecord < 0) return;
+  const auto* keys = dynamic_cast<const TRowKeys*>(GetDataControl());
+  const std::int32_t record = keys != nullptr            ? keys->FindRow(FFocusedKey)
+                              : IsRecord(FFocusedRecord) ? FFocusedRecord
+                                                         : -1;
+  if (record == FFocusedRecord) return;
+  FSelection.clear();  // the others have moved, too
+  ChangeFocus(record);
+}
+
+void TGridTableView::ChangeFocus(std::int32_t record) {
+  const auto* keys = dynamic_cast<const TRowKeys*>(GetDataControl());
+  FFocusedKey = keys != nullptr && record >= 0 ? keys->GetRowKey(record) : std::string();
+  if (record < 0) FSelection.clear();
+  if (Assign(FFocusedRecord, record)) FOnChange();
+}
+
+void TGridTableView::SetColumns(std::vector<TGridColumn> columns) {
+  FColumns = std::move(columns);
+  InvalidateOrder();
+}
+
+const TGridColumn* TGridTableView::FindColumn(std::int32_t tag) const noexcept {
+  const auto found = std::ranges::find(FColumns, tag, &TGridColumn::FTag);
+  return found == FColumns.end() ? nullptr : &*found;
+}
+
+void TGridTableView::SetColumnCaption(std::int32_t tag, std::string caption) {
+  for (TGridColumn& column : FColumns) {
+    if (column.FTag == tag) Assign(column.FCaption, caption);
+  }
+}
+
+void TGridTableView::SetSorting(std::int32_t tag, TSortOrder order) {
+  for (TGridColumn& column : FColumns) {
+    const bool sorted = column.FTag == tag && column.FAllowSorting && order != TSortOrder::None;
+    column.FSortOrder = sorted ? order : TSortOrder::None;
+    column.FSortIndex = sorted ? 0 : -1;
+  }
+  InvalidateOrder();
+}
+
+std::int32_t TGridTableView::GetRecordCount() const {
+  TBaseDataControl* const control = GetDataControl();
+  return control != nullptr ? control->GetCount() : static_cast<std::int32_t>(FRecords.size());
+}
+
+void TGridTableView::SetRecordCount(std::int32_t count) {
+  if (FDataSource != nullptr || count < 0 || count == GetRecordCount()) return;
+  FRecords.resize(static_cast<std::size_t>(count));
+  InvalidateOrder();
+  if (!IsRecord(FFocusedRecord)) ChangeFocus(-1);
+}
+
+void TGridTableView::DeleteRecord(std::int32_t record) {
+  if (FDataSource != nullptr || !IsRecord(record)) return;
+  FRecords.erase(FRecords.begin() + record);
+  InvalidateOrder();
+  if (record == FFocusedRecord) {
+    ChangeFocus(-1);
+  } else if (record < FFocusedRecord) {
+    ChangeFocus(FFocusedRecord - 1);
+  }
+}
+
+const std::vector<std::int32_t>& TGridTableView::GetDisplayOrder() {
+  if (FOrderValid) return FOrder;
+  FOrderValid = true;
+  FOrder.resize(static_cast<std::size_t>(GetRecordCount()));
+  std::iota(FOrder.begin(), FOrder.end(), 0);
+
+  std::vector<const TGridColumn*> sorted;
+  for (const TGridColumn& column : FColumns) {
+    if (column.FSortIndex >= 0 && column.FSortOrder != TSortOrder::None) sorted.push_back(&column);
+  }
+  std::ranges::sort(sorted, {}, &TGridColumn::FSortIndex);
+  // From the least important column on, each sorting keeping the order of the one before.
+  for (auto column = sorted.rbegin(); column != sorted.rend(); ++column) {
+    std::vector<TVariant> values;
+    values.reserve(FOrder.size());
+    for (std::int32_t record = 0; record < GetRecordCount(); ++record) {
+      values.push_back(GetValue(record, (*column)->FTag));
+    }
+    const bool descending = (*column)->FSortOrder == TSortOrder::Descending;
+    std::ranges::stable_sort(FOrder, [&values, descending](std::int32_t a, std::int32_t b) {
+      const int compared = Compare(values[static_cast<std::size_t>(a)], values[static_cast<std::size_t>(b)]);
+      return descending ? compared > 0 : compared < 0;
+    });
+  }
+  return FOrder;
+}
+
+TVariant TGridTableView::GetValue(std::int32_t record, std::int32_t tag) const {
+  if (!IsRecord(record)) return {};
+  if (TBaseDataControl* const control = GetDataControl()) return control->GetValue(record, tag);
+  const auto& cells = FRecords[static_cast<std::size_t>(record)];
+  const auto found = std::ranges::find(cells, tag, &TCell::FTag);
+  return found == cells.end() ? TVariant() : found->FValue;
+}
+
+void TGridTableView::SetValue(std::int32_t record, std::int32_t tag, TVariant value) {
+  if (FDataSource != nullptr || !IsRecord(record) || GetValue(record, tag) == value) return;
+  auto& cells = FRecords[static_cast<std::size_t>(record)];
+  const auto found = std::ranges::find(cells, tag, &TCell::FTag);
+  if (found == cells.end()) {
+    cells.push_back({tag, std::move(value)});
+  } else {
+    found->FValue = std::move(value);
+  }
+  InvalidateOrder();
+}
+
+std::string TGridTableView::GetDisplayText(std::int32_t record, const TGridColumn& column) const {
+  if (!IsRecord(record)) return {};
+  TBaseDataControl* const control = GetDataControl();
+  std::string text = control != nullptr && !column.FOnGetDisplayText
+                         ? control->GetDisplayValue(record, column.FTag)
+                     : control == nullptr ? GetValue(record, column.FTag).AsText()
+                                          : std::string();
+  column.FOnGetDisplayText(column, record, text);
+  return text;
+}
+
+TEditProperties* TGridTableView::GetProperties(std::int32_t record, const TGridColumn& column) const {
+  TEditProperties* properties = column.FProperties;
+  column.FOnGetProperties(column, record, properties);
+  return properties;
+}
+
+void TGridTableView::SetFocusedRecordIndex(std::int32_t record) {
+  ChangeFocus(IsRecord(record) ? record : -1);
+}
+
+void TGridTableView::SetSelection(std::vector<std::int32_t> records) {
+  std::erase_if(records, [this](std::int32_t record) { return !IsRecord(record); });
+  if (!FMultiSelect && records.size() > 1) records.resize(1);
+  Assign(FSelection, std::move(records));
+}
+
+std::string TGridTableView::EditCell(std::int32_t record, std::int32_t tag, TVariant value) {
+  const TGridColumn* const column = FindColumn(tag);
+  if (column == nullptr) return "there is no such column";
+  if (!IsRecord(record)) return "there is no such record";
+  bool allowed = column->FAllowEditing && GetEnabled() && FDataSource == nullptr;
+  SetFocusedRecordIndex(record);
+  if (allowed) FOnEditing(*column, allowed);
+  if (!allowed) return "the cell cannot be edited";
+  std::string refusal;
+  column->FOnValidate(value, refusal);
+  if (refusal.empty()) SetValue(record, tag, std::move(value));
+  return refusal;
+}
+
+}  // namespace margindesk
