@@ -1,0 +1,68 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/services/OpenViews.h"
+#include "host/services/UiLoop.h"
+#include "host/services/WorkspaceStore.h"
+
+namespace margindesk {
+
+// Saves and restores which views are open, with their groups and layouts. The workspace that was loaded or
+// saved last is the current one: after a change of the views it is saved again in a later turn of the loop,
+// once for all changes of kSaveDelay, and when this object goes.
+//
+// Faults are told through the message box, one line each ("file: reason").
+class TWorkspaces {
+ public:
+  static constexpr std::chrono::milliseconds kSaveDelay{1000};
+
+  // Both must outlive it.
+  TWorkspaces(std::filesystem::path folder, TOpenViews& views, TUiLoop& loop);
+  ~TWorkspaces();
+  TWorkspaces(const TWorkspaces&) = delete;
+  TWorkspaces& operator=(const TWorkspaces&) = delete;
+
+  std::vector<std::string> List() const { return FStore.List(); }
+  const std::string& GetName() const noexcept { return FName; }  // of the current one; empty for none
+
+  // Saves the open views under a name, which becomes the current one. False: it could not be saved; the old
+  // file and the current workspace stay.
+  bool Save(const std::string& name);
+
+  // Closes the open views and opens those of the workspace, each with its layout and then its group. False:
+  // there is none, or it is damaged and has been set aside; the open views stay as they are.
+  //
+  // A view whose class is unknown, or that cannot be opened, is kept in its place in the workspace. A view
+  // that does not take its layout stays open with what it took.
+  bool Load(const std::string& name);
+
+  // Saves the current workspace now if it has changed since. A failure is told once, until a save succeeds.
+  void Flush();
+
+  // Saves what has changed and lets go of the current workspace: the views may then close for good.
+  void Release();
+
+ private:
+  void NoteChange();
+  void StopTimer();
+  TWorkspace Collect() const;
+  void Restore(const TWorkspace& workspace);
+  void RestoreView(std::size_t place, const TWorkspaceView& view);
+
+  const TWorkspaceStore FStore;
+  TOpenViews& FViews;
+  TUiLoop& FLoop;
+  std::string FName;
+  std::vector<std::pair<std::size_t, TWorkspaceView>> FKept;  // by place, of views that could not be opened
+  bool FChanged = false;
+  bool FFailureTold = false;
+  bool FLoading = false;
+  TUiLoop::TTimerId FTimer = 0;
+};
+
+}  // namespace margindesk
