@@ -1,0 +1,70 @@
+#include "plugin/AccountInfoInterface.h"
+
+#include "accountinfo/view/AccountInfoView.h"
+#include "model/ResourceText.h"
+
+namespace margindesk {
+
+namespace {
+
+constexpr std::int32_t kViewID = 601;
+constexpr std::int32_t kWidth = 370;  // pixels
+constexpr std::int32_t kHeight = 475;
+
+struct TMenuLevel {
+  std::int32_t FIndex;
+  std::int32_t FID;
+  std::string_view FResourceKey;
+};
+constexpr TMenuLevel kMenu[] = {{3100, 103, "Res_Account"}, {3100, kViewID, "Res_AccountInfo"}};
+
+const TMenuLevel* FindMenuLevel(std::int32_t level) {
+  return level >= 0 && static_cast<std::size_t>(level) < std::size(kMenu) ? &kMenu[level] : nullptr;
+}
+
+}  // namespace
+
+std::string TIAccountInfo::GetName() { return "AccountInfoView_" + std::to_string(kViewID); }
+
+std::int32_t TIAccountInfo::GetViewID() { return kViewID; }
+
+std::int32_t TIAccountInfo::GetMenuLevel() { return static_cast<std::int32_t>(std::size(kMenu)); }
+
+std::int32_t TIAccountInfo::GetMenuIndex(std::int32_t level) {
+  const TMenuLevel* found = FindMenuLevel(level);
+  return found == nullptr ? -1 : found->FIndex;
+}
+
+std::int32_t TIAccountInfo::GetMenuID(std::int32_t level) {
+  const TMenuLevel* found = FindMenuLevel(level);
+  return found == nullptr ? 0 : found->FID;
+}
+
+std::string TIAccountInfo::GetMenuCaption(std::int32_t level) {
+  const TMenuLevel* found = FindMenuLevel(level);
+  return found == nullptr ? std::string() : GetResourceText(found->FResourceKey);
+}
+
+std::int32_t TIAccountInfo::GetMenuGroupIndex(std::int32_t /*level*/) { return 0; }
+
+bool TIAccountInfo::GetIsVisible() { return true; }
+
+TFrame* TIAccountInfo::OpenNewInstance() {
+  auto frame = CreateViewFrame<TAccountInfoFrame>(nullptr);
+  TFrame* const opened = frame.get();
+  AddView(std::move(frame));
+  return opened;
+}
+
+bool TIAccountInfo::GetDefaultSize(std::int32_t& width, std::int32_t& height) {
+  width = kWidth;
+  height = kHeight;
+  return true;
+}
+
+bool TIAccountInfo::GetDefaultCaption(std::string& caption) {
+  caption = GetResourceText("Res_AccountInfo");
+  return true;
+}
+
+}  // namespace margindesk
