@@ -18,14 +18,14 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   add_compile_options(-fno-gnu-unique)
   # GCC 12 warns of overlaps inside std::string that cannot be once it inlines appends.
   add_compile_options(-Wno-restrict)
+  # Optimising, it loses sight of which alternative a variant holds and takes the others for uninitialized.
+  add_compile_options(-Wno-maybe-uninitialized)
 endif()
 
 if(MARGINDESK_SANITIZE)
   set(sanitizerFlags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_compile_options(${sanitizerFlags})
   add_link_options(${sanitizerFlags})
-  # With sanitizers GCC loses sight of which alternative a variant holds and takes the others for uninitialized.
-  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
 find_program(MARGINDESK_CCACHE ccache)

@@ -71,6 +71,7 @@ void TGridTableView::ChangeFocus(std::int32_t record) {
 
 void TGridTableView::SetColumns(std::vector<TGridColumn> columns) {
   FColumns = std::move(columns);
+  FSortKeys.clear();
   InvalidateOrder();
 }
 
@@ -91,6 +92,7 @@ void TGridTableView::SetSorting(std::int32_t tag, TSortOrder order) {
     column.FSortOrder = sorted ? order : TSortOrder::None;
     column.FSortIndex = sorted ? 0 : -1;
   }
+  FSortKeys.clear();
   InvalidateOrder();
 }
 
@@ -117,30 +119,39 @@ void TGridTableView::DeleteRecord(std::int32_t record) {
   }
 }
 
+std::vector<TVariant> TGridTableView::GetSortKeys(const TGridColumn& column) const {
+  const std::int32_t count = GetRecordCount();
+  std::vector<TVariant> keys;
+  keys.reserve(static_cast<std::size_t>(count));
+  for (std::int32_t record = 0; record < count; ++record) keys.push_back(GetValue(record, column.FTag));
+  return keys;
+}
+
 const std::vector<std::int32_t>& TGridTableView::GetDisplayOrder() {
   if (FOrderValid) return FOrder;
   FOrderValid = true;
-  FOrder.resize(static_cast<std::size_t>(GetRecordCount()));
-  std::iota(FOrder.begin(), FOrder.end(), 0);
-
   std::vector<const TGridColumn*> sorted;
   for (const TGridColumn& column : FColumns) {
     if (column.FSortIndex >= 0 && column.FSortOrder != TSortOrder::None) sorted.push_back(&column);
   }
   std::ranges::sort(sorted, {}, &TGridColumn::FSortIndex);
-  // From the least important column on, each sorting keeping the order of the one before.
-  for (auto column = sorted.rbegin(); column != sorted.rend(); ++column) {
-    std::vector<TVariant> values;
-    values.reserve(FOrder.size());
-    for (std::int32_t record = 0; record < GetRecordCount(); ++record) {
-      values.push_back(GetValue(record, (*column)->FTag));
+  std::vector<std::vector<TVariant>> keys;
+  for (const TGridColumn* column : sorted) keys.push_back(GetSortKeys(*column));
+
+  // Mostly prices have changed and the order has not.
+  const auto count = static_cast<std::size_t>(GetRecordCount());
+  if (!FSortKeys.empty() && FOrder.size() == count && keys == FSortKeys) return FOrder;
+  FSortKeys = std::move(keys);
+  FOrder.resize(count);
+  std::iota(FOrder.begin(), FOrder.end(), 0);
+  std::ranges::stable_sort(FOrder, [this, &sorted](std::int32_t a, std::int32_t b) {
+    for (std::size_t i = 0; i < sorted.size(); ++i) {
+      const int compared =
+          Compare(FSortKeys[i][static_cast<std::size_t>(a)], FSortKeys[i][static_cast<std::size_t>(b)]);
+      if (compared != 0) return (compared < 0) == (sorted[i]->FSortOrder == TSortOrder::Ascending);
     }
-    const bool descending = (*column)->FSortOrder == TSortOrder::Descending;
-    std::ranges::stable_sort(FOrder, [&values, descending](std::int32_t a, std::int32_t b) {
-      const int compared = Compare(values[static_cast<std::size_t>(a)], values[static_cast<std::size_t>(b)]);
-      return descending ? compared > 0 : compared < 0;
-    });
-  }
+    return false;
+  });
   return FOrder;
 }
 
@@ -187,7 +198,7 @@ void TGridTableView::SetFocusedRecordIndex(std::int32_t record) {
 
 void TGridTableView::SetSelection(std::vector<std::int32_t> records) {
   std::erase_if(records, [this](std::int32_t record) { return !IsRecord(record); });
-  if (!FMultiSelect && records.size() > 1) records.resize(1);
+  if (!FMultiSelect && records.size() > 1) records.erase(records.begin() + 1, records.end());
   Assign(FSelection, std::move(records));
 }
 

@@ -97,7 +97,8 @@ class TGridTableView : public TControl {
   void ChangeFocus(std::int32_t record);
   TBaseDataControl* GetDataControl() const noexcept;  // null without a source
   bool IsRecord(std::int32_t record) const { return record >= 0 && record < GetRecordCount(); }
-  void InvalidateOrder();
+  void InvalidateOrder();  // it stays when it turns out to be the same
+  std::vector<TVariant> GetSortKeys(const TGridColumn& column) const;
 
   TCustomGridDataSource* FDataSource = nullptr;
   std::vector<TGridColumn> FColumns;
@@ -107,6 +108,7 @@ class TGridTableView : public TControl {
   };
   std::vector<std::vector<TCell>> FRecords;  // without a source
   std::vector<std::int32_t> FOrder;
+  std::vector<std::vector<TVariant>> FSortKeys;  // that FOrder was made from, a list for each sorted column
   bool FOrderValid = false;
   std::int32_t FFocusedRecord = -1;
   std::string FFocusedKey;
