@@ -108,6 +108,15 @@ bool TKeyedHandlerList::HasKey(TCode key) const noexcept {
   return slots != nullptr && CountSlots(*slots) > 0;
 }
 
+std::vector<std::pair<TCode, std::size_t>> TKeyedHandlerList::GetKeyCounts() const {
+  std::vector<std::pair<TCode, std::size_t>> counts;
+  for (const auto& [key, slots] : FState->FSlotsByKey) {
+    if (const std::size_t count = CountSlots(slots); count > 0) counts.emplace_back(key, count);
+  }
+  std::ranges::sort(counts, {}, [](const auto& entry) -> const std::string& { return entry.first.Text(); });
+  return counts;
+}
+
 std::size_t TKeyedHandlerList::GetCount() const noexcept {
   std::size_t count = 0;
   for (const auto& [key, slots] : FState->FSlotsByKey) count += CountSlots(slots);

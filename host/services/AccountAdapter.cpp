@@ -61,15 +61,6 @@ void TAccountAdapter::Publish(const THostChanges& changes) {
   if (!monitored.empty()) FMonitorHandlers.NotifyOnce(changes.FMonitored.GetCodes(), this, &monitored);
 }
 
-std::size_t TAccountAdapter::CountRegistrations() const noexcept {
-  return FLoadHandlers.GetCount() + FMonitorHandlers.GetCount() + FSimulateHandlers.GetCount();
-}
-
-std::size_t TAccountAdapter::CountRegistrationsOf(const void* owner) const noexcept {
-  return FLoadHandlers.GetCountOf(owner) + FMonitorHandlers.GetCountOf(owner) +
-         FSimulateHandlers.GetCountOf(owner);
-}
-
 void TAccountAdapter::AddLinkingAccounts(TAccountMap& accounts) const {
   for (const TCode account : FData.GetAccounts()) {
     const TAccountRecord* record = FData.FindAccount(account);

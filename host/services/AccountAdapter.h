@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -39,8 +38,13 @@ class TAccountAdapter final : public TCustomAccountAdapter {
   // Calls the handlers that the changes concern: loads first, then monitor information.
   void Publish(const THostChanges& changes);
 
-  std::size_t CountRegistrations() const noexcept;
-  std::size_t CountRegistrationsOf(const void* owner) const noexcept;
+  // Calls visit(kind, key, list) for every list of registrations.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const {
+    visit("account_loads", "", FLoadHandlers);
+    visit("monitor_information", "", FMonitorHandlers);
+    visit("simulations", "", FSimulateHandlers);
+  }
 
  private:
   void AddTo(TAccountMap& accounts, TCode account) const;

@@ -37,13 +37,4 @@ void TCurrencyAdapter::Publish(const THostChanges& changes) {
   if (changes.FCurrencyRatio) FRatioHandlers.Notify(this, nullptr);
 }
 
-std::size_t TCurrencyAdapter::CountRegistrations() const noexcept {
-  return FMultiCurrencyHandlers.GetCount() + FListHandlers.GetCount() + FRatioHandlers.GetCount();
-}
-
-std::size_t TCurrencyAdapter::CountRegistrationsOf(const void* owner) const noexcept {
-  return FMultiCurrencyHandlers.GetCountOf(owner) + FListHandlers.GetCountOf(owner) +
-         FRatioHandlers.GetCountOf(owner);
-}
-
 }  // namespace margindesk

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
 #include "host/services/HostData.h"
 #include "model/contract/CurrencyAdapter.h"
 
@@ -28,8 +26,13 @@ class TCurrencyAdapter final : public TCustomCurrencyAdapter {
   // Calls the handlers that the changes concern.
   void Publish(const THostChanges& changes);
 
-  std::size_t CountRegistrations() const noexcept;
-  std::size_t CountRegistrationsOf(const void* owner) const noexcept;
+  // Calls visit(kind, key, list) for every list of registrations.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const {
+    visit("multi_currency", "", FMultiCurrencyHandlers);
+    visit("currency_list", "", FListHandlers);
+    visit("currency_ratios", "", FRatioHandlers);
+  }
 
  private:
   const THostData& FData;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "controls/AccountEdit.h"
+#include "controls/Event.h"
 #include "controls/GridTableView.h"
 #include "model/contract/AccountAdapter.h"
 #include "model/contract/ConfigManager.h"
@@ -21,8 +22,9 @@ constexpr std::int32_t kMaximumWidth = 10'000;  // pixels
 constexpr std::string_view kSortCodes = "NAD";  // in the order of TSortOrder
 
 void Show(TAccountEdit& edit, TCode account) {
-  edit.SetText(account.Text());
+  // The text comes last: its change event may close the view, and the box with it.
   edit.SetHint(account.Text());
+  edit.SetText(account.Text());
 }
 
 const TColumnInfo* FindColumnInfo(const TColumnList& columns, std::int32_t tag) {
@@ -106,11 +108,12 @@ void THostEditorManager::SetGridColumnLayout(TGridTableView& view, std::string_v
     const auto found = std::find_if(left.begin(), left.end(),
                                     [&](const TGridColumn& column) { return column.FTag == wanted.FTag; });
     if (info == nullptr || found == left.end()) continue;
-    TGridColumn column = wanted;
-    column.FCaption = std::move(found->FCaption);
-    column.FWidth = std::max(wanted.FWidth, info->FMinWidth);
-    arranged.push_back(std::move(column));
+    TGridColumn& column = arranged.emplace_back(std::move(*found));
     left.erase(found);
+    column.FVisible = wanted.FVisible;
+    column.FWidth = std::max(wanted.FWidth, info->FMinWidth);
+    column.FSortOrder = wanted.FSortOrder;
+    column.FSortIndex = wanted.FSortIndex;
   }
   if (arranged.empty()) return;
   std::move(left.begin(), left.end(), std::back_inserter(arranged));
@@ -120,17 +123,20 @@ void THostEditorManager::SetGridColumnLayout(TGridTableView& view, std::string_v
 void THostEditorManager::RegisterAccountEditor(TAccountEdit& edit, std::string_view groupID, bool /*flag1*/,
                                                bool /*flag2*/) {
   RemoveAccountEditor(edit);
-  if (!groupID.empty() && edit.GetHint().empty()) {
-    const auto leader = std::find_if(FBoxes.begin(), FBoxes.end(), [&](const TBox& box) {
-      return box.FGroup == groupID && !box.FEdit->GetHint().empty();
-    });
-    if (leader != FBoxes.end()) Show(edit, TCode(leader->FEdit->GetHint()));
-  }
+  const auto leader = std::ranges::find_if(FBoxes, [&](const TBox& box) {
+    return !groupID.empty() && box.FGroup == groupID && !box.FEdit->GetHint().empty();
+  });
+  const bool follows = leader != FBoxes.end() && edit.GetEnabled() && edit.GetHint().empty();
+  const TCode account = follows ? TCode(leader->FEdit->GetHint()) : TCode();
   FBoxes.push_back({&edit, std::string(groupID)});
+  edit.SetOnResolve(MakeEvent<&THostEditorManager::ResolveText>(this));
+  if (!follows) return;
+  Show(edit, account);
+  if (Contains(&edit)) edit.NotifyChosen();
 }
 
 void THostEditorManager::RemoveAccountEditor(TAccountEdit& edit) {
-  std::erase_if(FBoxes, [&](const TBox& box) { return box.FEdit == &edit; });
+  if (std::erase_if(FBoxes, [&](const TBox& box) { return box.FEdit == &edit; }) != 0) edit.SetOnResolve({});
 }
 
 void THostEditorManager::SetAccountLayoutAccount(TAccountEdit& edit, TCode account) {
@@ -138,19 +144,49 @@ void THostEditorManager::SetAccountLayoutAccount(TAccountEdit& edit, TCode accou
 }
 
 void THostEditorManager::ChooseAccount(TAccountEdit& edit, TCode account) {
-  Show(edit, account);
-  const auto chosen =
-      std::find_if(FBoxes.begin(), FBoxes.end(), [&](const TBox& box) { return box.FEdit == &edit; });
-  if (account.IsEmpty() || chosen == FBoxes.end() || chosen->FGroup.empty()) return;
-  for (const TBox& box : FBoxes) {
-    if (box.FGroup == chosen->FGroup) Show(*box.FEdit, account);
-  }
+  const bool registered = Contains(&edit);
+  const auto followers = Write(edit, account);
+  if (!registered || Contains(&edit)) edit.NotifyChosen();
+  Tell(followers, account);
 }
 
-void THostEditorManager::CommitAccountText(TAccountEdit& edit) {
+void THostEditorManager::ResolveText(TAccountEdit& edit) {
   const TCode account(UpperCaseText(TrimText(edit.GetText())));
   if (!account.IsEmpty()) TCustomAccountAdapter::GetInstance().GetAccount(account, true);
-  ChooseAccount(edit, account);
+  Tell(Write(edit, account), account);
+}
+
+std::map<std::string, std::size_t> THostEditorManager::CountAccountEditors() const {
+  std::map<std::string, std::size_t> counts;
+  for (const TBox& box : FBoxes) ++counts[box.FGroup];
+  return counts;
+}
+
+bool THostEditorManager::Contains(const TAccountEdit* edit) const {
+  return std::ranges::any_of(FBoxes, [&](const TBox& box) { return box.FEdit == edit; });
+}
+
+std::vector<TAccountEdit*> THostEditorManager::Write(TAccountEdit& edit, TCode account) {
+  std::vector<TAccountEdit*> followers;
+  const auto chosen = std::ranges::find(FBoxes, &edit, &TBox::FEdit);
+  if (!account.IsEmpty() && chosen != FBoxes.end() && !chosen->FGroup.empty()) {
+    for (const TBox& box : FBoxes) {
+      const bool follows = box.FEdit != &edit && box.FGroup == chosen->FGroup && box.FEdit->GetEnabled() &&
+                           box.FEdit->GetHint() != account.Text();
+      if (follows) followers.push_back(box.FEdit);
+    }
+  }
+  Show(edit, account);
+  for (TAccountEdit* const follower : followers) {
+    if (Contains(follower)) Show(*follower, account);
+  }
+  return followers;
+}
+
+void THostEditorManager::Tell(const std::vector<TAccountEdit*>& followers, TCode account) const {
+  for (TAccountEdit* const follower : followers) {
+    if (Contains(follower) && follower->GetHint() == account.Text()) follower->NotifyChosen();
+  }
 }
 
 }  // namespace margindesk

@@ -38,16 +38,4 @@ void TGlobalChannelManager::SetResponder(std::int32_t message, TResponder respon
   FResponders[message] = std::move(responder);
 }
 
-std::size_t TGlobalChannelManager::CountRegistrations() const {
-  std::size_t count = 0;
-  for (const auto& [channel, handlers] : FChannels) count += handlers.GetCount();
-  return count;
-}
-
-std::size_t TGlobalChannelManager::CountRegistrationsOf(const void* owner) const {
-  std::size_t count = 0;
-  for (const auto& [channel, handlers] : FChannels) count += handlers.GetCountOf(owner);
-  return count;
-}
-
 }  // namespace margindesk

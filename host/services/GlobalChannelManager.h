@@ -5,6 +5,7 @@
 #include <map>
 
 #include "model/contract/GlobalChannelManager.h"
+#include "model/contract/Variant.h"
 
 namespace margindesk {
 
@@ -26,9 +27,11 @@ class TGlobalChannelManager : public TCustomGlobalChannelManager {
   // Installs the answer to a message (kMessage...) in place of the one before; an empty one takes it out.
   void SetResponder(std::int32_t message, TResponder responder);
 
-  // On all channels: how many handlers there are, and how many of them are an owner's.
-  std::size_t CountRegistrations() const;
-  std::size_t CountRegistrationsOf(const void* owner) const;
+  // Calls visit(kind, key, list) for the registrations of every channel; the key is its number.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const {
+    for (const auto& [channel, handlers] : FChannels) visit("channels", IntegerToText(channel), handlers);
+  }
 
  private:
   std::map<std::int32_t, THandlerList> FChannels;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -70,19 +69,13 @@ struct TOrderRequest {
 using TJournalEntry = std::variant<TViewNotice, TShownMessage, TAskedQuestion, TChannelPost, TChannelMessage,
                                    TViewRequest, TOrderRequest>;
 
-// Registrations of one kind under one key, which is empty for the kinds that have none.
-struct TSubscriptionCount {
-  std::string FKind;  // as TReferenceHost::GetSubscriptions names it
-  std::string FKey;   // an account, a symbol, a channel's number, a group of account boxes
-  std::size_t FCount = 0;
-};
-
 // Keeps what packages ask of a host, in the order in which they asked, until somebody takes it. A request
 // that led to others stands before them.
 //
 // The journal stands in front of the services that were installed when it was made, whoever's they are, and
 // hands everything on to them; without one, nothing is spent. It goes before those services and before the
-// host. Not to be made or to go while a package is calling the host.
+// host. TReferenceHost::GetSubscriptions answers what is registered besides. Not to be made or to go while a
+// package is calling the host.
 class THostJournal {
  public:
   explicit THostJournal(TReferenceHost& host);
@@ -93,15 +86,9 @@ class THostJournal {
   // What has come since the last call. Taken inside a request, that request is still without its answer.
   std::vector<TJournalEntry> Take();
 
-  // The registrations that there are now, by kind and then by key.
-  std::vector<TSubscriptionCount> GetSubscriptions() const;
-
  private:
-  class TEntries;
   struct TServices;
 
-  TReferenceHost& FHost;
-  std::unique_ptr<TEntries> FEntries;
   std::unique_ptr<TServices> FServices;
 };
 

@@ -3,6 +3,9 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -29,6 +32,16 @@ class TDescriptor {
 };
 
 std::string LastReason() { return std::generic_category().message(errno); }
+
+bool WriteAll(int descriptor, std::string_view contents) {
+  while (!contents.empty()) {
+    const ssize_t count = ::write(descriptor, contents.data(), contents.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return false;
+    contents.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return ::fsync(descriptor) == 0;
+}
 
 }  // namespace
 
@@ -72,6 +85,27 @@ bool WriteLocalFile(const std::string& fileName, const std::string& contents, st
   if (std::fclose(file) == 0 && written) return true;
   reason = LastReason();
   std::remove(fileName.c_str());
+  return false;
+}
+
+bool ReplaceLocalFile(const std::string& fileName, const std::string& contents, std::string& reason) {
+  const std::filesystem::path path(fileName);
+  const std::filesystem::path folder = path.has_parent_path() ? path.parent_path() : ".";
+  // Beside the old file, so that the renaming stays within one file system.
+  std::string temporary = folder / ("." + path.filename().string() + ".XXXXXX");
+  const TDescriptor inFolder(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const TDescriptor file(inFolder.Get() < 0 ? -1 : ::mkostemp(temporary.data(), O_CLOEXEC));
+  if (file.Get() < 0) {
+    reason = LastReason();
+    return false;
+  }
+  if (!WriteAll(file.Get(), contents) || ::rename(temporary.c_str(), fileName.c_str()) != 0) {
+    reason = LastReason();
+    ::unlink(temporary.c_str());
+    return false;
+  }
+  if (::fsync(inFolder.Get()) == 0) return true;
+  reason = LastReason();
   return false;
 }
 

@@ -141,13 +141,4 @@ void TPositionAdapter::PublishPrices(const THostChanges& changes) {
   if (!changed.empty()) FMarketDataHandlers.Notify(this, &changed);
 }
 
-std::size_t TPositionAdapter::CountRegistrations() const noexcept {
-  return FMarketDataHandlers.GetCount() + FPositionHandlers.GetCount() + FSubAccountHandlers.GetCount();
-}
-
-std::size_t TPositionAdapter::CountRegistrationsOf(const void* owner) const noexcept {
-  return FMarketDataHandlers.GetCountOf(owner) + FPositionHandlers.GetCountOf(owner) +
-         FSubAccountHandlers.GetCountOf(owner);
-}
-
 }  // namespace margindesk

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "host/services/HostData.h"
@@ -33,8 +32,13 @@ class TPositionAdapter final : public TCustomPositionAdapter {
   // Calls the handlers that the changes concern: positions, those of sub-accounts, then prices.
   void Publish(const THostChanges& changes);
 
-  std::size_t CountRegistrations() const noexcept;
-  std::size_t CountRegistrationsOf(const void* owner) const noexcept;
+  // Calls visit(kind, key, list) for every list of registrations.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const {
+    visit("position_prices", "", FMarketDataHandlers);
+    visit("positions", "", FPositionHandlers);
+    visit("sub_account_positions", "", FSubAccountHandlers);
+  }
 
  private:
   void PublishPositions(const THostChanges& changes);

@@ -1,6 +1,8 @@
 #include "host/services/ReferenceHost.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <string_view>
 
 #include "host/services/HostContentsOfBook.h"
 
@@ -38,7 +40,10 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
       FAccounts(FData),
       FPositions(FData),
       FOrders(FData),
-      FCalls(FData) {
+      FCalls(FData),
+      FColumnDialog(*FChannels),
+      FViews(*FCalls) {
+  if (options.FWorkspaceFolder) FWorkspaces.emplace(*options.FWorkspaceFolder, FViews, FLoop);
   FLanguage->SetLanguage(options.FLanguage);
   FData.TakeChanges();  // nobody listens yet
   FData.SetChangeListener([this] { FLoop.Post([this] { Publish(); }); });
@@ -47,7 +52,10 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
 TReferenceHost::TReferenceHost(TBook& book, const TReferenceHostOptions& options)
     : TReferenceHost(ReadHostContents(book), options) {}
 
-TReferenceHost::~TReferenceHost() { FData.SetChangeListener({}); }
+TReferenceHost::~TReferenceHost() {
+  CloseViews();
+  FData.SetChangeListener({});
+}
 
 void TReferenceHost::Reload(TBook& book) { FData.Replace(ReadHostContents(book)); }
 
@@ -60,19 +68,53 @@ void TReferenceHost::Publish() {
   FPositions->Publish(changes);
 }
 
+void TReferenceHost::CloseViews() {
+  if (FWorkspaces) FWorkspaces->Release();
+  FViews.CloseAll();
+}
+
+template <class TVisit>
+void TReferenceHost::VisitHandlers(TVisit&& visit) const {
+  visit("config", "", FConfig->Handlers());
+  visit("timer", "", FTimer->Handlers());
+  FChannels->VisitHandlers(visit);
+  FCurrencies->VisitHandlers(visit);
+  FSubscriptions->VisitHandlers(visit);
+  FAccounts->VisitHandlers(visit);
+  FPositions->VisitHandlers(visit);
+}
+
 std::size_t TReferenceHost::CountRegistrations() const {
-  const std::size_t ownHandlers = FConfig->Handlers().GetCountOf(&*FFormatter);
-  return FConfig->Handlers().GetCount() - ownHandlers + FTimer->Handlers().GetCount() +
-         FChannels->CountRegistrations() + FEditors->GetAccountEditorCount() +
-         FCurrencies->CountRegistrations() + FSubscriptions->CountRegistrations() +
-         FAccounts->CountRegistrations() + FPositions->CountRegistrations();
+  std::size_t count = FEditors->GetAccountEditorCount();
+  VisitHandlers([&](std::string_view /*kind*/, std::string_view /*key*/, const auto& handlers) {
+    count += handlers.GetCount() - handlers.GetCountOf(&*FFormatter);
+  });
+  return count;
 }
 
 std::size_t TReferenceHost::CountRegistrationsOf(const void* owner) const {
-  return FConfig->Handlers().GetCountOf(owner) + FTimer->Handlers().GetCountOf(owner) +
-         FChannels->CountRegistrationsOf(owner) + FCurrencies->CountRegistrationsOf(owner) +
-         FSubscriptions->CountRegistrationsOf(owner) + FAccounts->CountRegistrationsOf(owner) +
-         FPositions->CountRegistrationsOf(owner);
+  std::size_t count = 0;
+  VisitHandlers([&](std::string_view /*kind*/, std::string_view /*key*/, const auto& handlers) {
+    count += handlers.GetCountOf(owner);
+  });
+  return count;
+}
+
+std::vector<TSubscriptionCount> TReferenceHost::GetSubscriptions() const {
+  std::vector<TSubscriptionCount> counts;
+  const auto add = [&counts](std::string_view kind, std::string_view key, std::size_t count) {
+    if (count > 0) counts.push_back({std::string(kind), std::string(key), count});
+  };
+  VisitHandlers([&](std::string_view kind, std::string_view key, const auto& handlers) {
+    if constexpr (requires { handlers.GetKeyCounts(); }) {
+      for (const auto& [code, count] : handlers.GetKeyCounts()) add(kind, code.Text(), count);
+    } else {
+      add(kind, key, handlers.GetCount() - handlers.GetCountOf(&*FFormatter));
+    }
+  });
+  for (const auto& [group, count] : FEditors->CountAccountEditors()) add("account_boxes", group, count);
+  std::ranges::stable_sort(counts, {}, &TSubscriptionCount::FKind);
+  return counts;
 }
 
 }  // namespace margindesk

@@ -7,8 +7,10 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/services/AccountAdapter.h"
+#include "host/services/ColumnDialog.h"
 #include "host/services/ConfigManager.h"
 #include "host/services/CurrencyAdapter.h"
 #include "host/services/EditorManager.h"
@@ -21,13 +23,16 @@
 #include "host/services/LookAndFeelService.h"
 #include "host/services/MarketAdapter.h"
 #include "host/services/MessageBoxCtrl.h"
+#include "host/services/OpenViews.h"
 #include "host/services/OrderActionManager.h"
 #include "host/services/OrderAdapter.h"
 #include "host/services/PositionAdapter.h"
 #include "host/services/SubscribeAdapter.h"
+#include "host/services/SubscriptionCount.h"
 #include "host/services/TimerControl.h"
 #include "host/services/UiLoop.h"
 #include "host/services/UserAppProfile.h"
+#include "host/services/Workspaces.h"
 
 namespace margindesk {
 
@@ -35,8 +40,9 @@ class TBook;
 
 struct TReferenceHostOptions {
   std::filesystem::path FLanguageDirectory;
-  std::optional<std::filesystem::path> FConfigFile;  // none: a configuration that is gone with the host
-  std::string FUser;                                 // the signed-in user
+  std::optional<std::filesystem::path> FConfigFile;       // none: a configuration that is gone with the host
+  std::optional<std::filesystem::path> FWorkspaceFolder;  // none: no workspace is kept
+  std::string FUser;                                      // the signed-in user
   std::int32_t FLanguage = kLanguageEnglish;
   TUiLoop::TClock FClock = &std::chrono::steady_clock::now;
   TFileLimits FFileLimits;
@@ -65,10 +71,20 @@ class TReferenceHost {
   // positions and prices, in that order. What handlers change meanwhile waits for the next turn.
   void Publish();
 
+  // Saves the current workspace, lets go of it and closes every view, the last opened first. A front calls it
+  // before its plug-in objects go; the host does when it goes itself.
+  void CloseViews();
+
   // How many registrations are left: with every service together, and those of one owner. The host's own do
   // not count, account boxes do.
   std::size_t CountRegistrations() const;
   std::size_t CountRegistrationsOf(const void* owner) const;
+
+  // The registrations that there are, by kind and then by key, the host's own left out. Kinds: "config",
+  // "timer", "channels", "account_boxes", "multi_currency", "currency_list", "currency_ratios",
+  // "reference_items", "account_loads", "monitor_information", "simulations", "position_prices", "positions",
+  // "sub_account_positions".
+  std::vector<TSubscriptionCount> GetSubscriptions() const;
 
   THostData& Data() noexcept { return FData; }
   TUiLoop& Loop() noexcept { return FLoop; }
@@ -81,8 +97,16 @@ class TReferenceHost {
   THostEditorManager& Editors() noexcept { return *FEditors; }
   TAccountAdapter& Accounts() noexcept { return *FAccounts; }
   THostCalls& Calls() noexcept { return *FCalls; }
+  TOpenViews& Views() noexcept { return FViews; }
+  TColumnDialog& ColumnDialog() noexcept { return FColumnDialog; }
+  // Null when the host keeps no workspaces.
+  TWorkspaces* Workspaces() noexcept { return FWorkspaces ? &*FWorkspaces : nullptr; }
 
  private:
+  // Calls visit(kind, key, list) for every list of registrations but the account boxes.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const;
+
   // A service and its place among the installed ones.
   template <class TContract, class TImplementation>
   class TInstalled {
@@ -139,6 +163,9 @@ class TReferenceHost {
   TInstalled<TCustomOrderAdapter, TOrderAdapter> FOrders;
   TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
   TInstalled<THostFunctions, THostCalls> FCalls;
+  TColumnDialog FColumnDialog;
+  TOpenViews FViews;
+  std::optional<TWorkspaces> FWorkspaces;
 };
 
 }  // namespace margindesk

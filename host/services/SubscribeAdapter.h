@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 
 #include "host/services/HostData.h"
@@ -21,8 +20,11 @@ class TSubscribeAdapter final : public TCustomSubscribeAdapter {
   // Calls the handlers of the symbols that changed.
   void Publish(const THostChanges& changes);
 
-  std::size_t CountRegistrations() const noexcept { return FHandlers.GetCount(); }
-  std::size_t CountRegistrationsOf(const void* owner) const noexcept { return FHandlers.GetCountOf(owner); }
+  // Calls visit(kind, key, list) for every list of registrations.
+  template <class TVisit>
+  void VisitHandlers(TVisit&& visit) const {
+    visit("reference_items", "", FHandlers);
+  }
 
  private:
   THostData& FData;

@@ -35,11 +35,17 @@ inline constexpr std::int32_t kItemPreviousClose = 5004;
 // What one unit is worth at a price of one, in the product's currency: 1 for a stock, the contract size for a
 // derivative, 0.01 for a bond that is quoted in percent.
 inline constexpr std::int32_t kItemContractSize = 5005;
+// Of the market value: the part that a holding needs as margin, and the part that it may be lent against.
+inline constexpr std::int32_t kItemMarginRatio = 5006;
+inline constexpr std::int32_t kItemAcceptRatio = 5007;
 // Fields that positions add to the catalogue's for the host's own base classes: prices in the product's
 // currency.
 inline constexpr std::int32_t kPositionAveragePrice = 5101;
 inline constexpr std::int32_t kPositionBuyAveragePrice = 5102;
 inline constexpr std::int32_t kPositionSellAveragePrice = 5103;
+// Columns of a position grid in its conversion currency, which their captions name.
+inline constexpr std::int32_t kPositionConvertedMarketValue = 406;
+inline constexpr std::int32_t kPositionConvertedPL = 896;
 
 inline constexpr std::int32_t kItemReady = 1;  // TCustomSubItem::GetStatus
 
@@ -57,8 +63,18 @@ inline constexpr std::int32_t kStatusNotGiven = 0;
 inline constexpr std::int32_t kStatusPending = 1;
 inline constexpr std::int32_t kStatusCompleted = 3;
 
+// Its principal and whether it opens or closes a position; 0 where the exchange asks for neither.
+inline constexpr std::int32_t kPrincipalClient = 11;
+inline constexpr std::int32_t kOpenCloseClose = 2;
+
+// An extra field of a client order: a market order, whose price is 0.
+inline constexpr std::string_view kOrderTypeField = "OrderType";
+inline constexpr std::string_view kOrderTypeMarket = "Market";
+
 // Channels and channel messages.
 inline constexpr std::int32_t kChannelLinkedAccount = 10;  // a position's account, to linked views
+inline constexpr std::int32_t kChannelLinkedSymbol = 11;   // a position's symbol, likewise
+inline constexpr std::int32_t kChannelLinkedOrder = 12;    // a position's symbol; object: TCustomClientOrder*
 inline constexpr std::int32_t kChannelMainFormShown = 104;
 inline constexpr std::int32_t kChannelLayoutLoaded = 109;
 inline constexpr std::int32_t kMessageBatchConfirmation = 18012;  // TOrderTakeActionRecord

@@ -29,7 +29,7 @@ struct TOrderTakeActionRecord {
 struct TCustomColumnRecord {
   std::vector<std::string> FAllCaptions;         // in list order
   std::vector<std::string> FVisibleCaptions;     // in list order
-  std::array<std::string, 1> FReservedCaptions;  // cannot be hidden or moved; empty for none
+  std::array<std::string, 1> FReservedCaptions;  // cannot be hidden; empty for none
   THandler FCallback;                            // data: TCustomColumnResult*
 };
 

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/contract/Code.h"
@@ -110,6 +111,7 @@ class TKeyedHandlerList {
   void NotifyOnce(const std::vector<TCode>& keys, void* sender, void* data);
 
   bool HasKey(TCode key) const noexcept;
+  std::vector<std::pair<TCode, std::size_t>> GetKeyCounts() const;  // in ascending order of the keys' texts
   std::size_t GetCount() const noexcept;
   std::size_t GetCountOf(const void* owner) const noexcept;
 

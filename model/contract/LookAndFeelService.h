@@ -1,15 +1,12 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "controls/Color.h"
 #include "model/contract/Service.h"
 
 namespace margindesk {
-
-// A colour as 0x00BBGGRR: 255 is pure red.
-using TColor = std::uint32_t;
 
 class TCustomLookAndFeelService : public TService<TCustomLookAndFeelService> {
  public:

@@ -1,3 +1,5 @@
+#include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,44 +25,85 @@ class TAccounts : public TDelegatingAccountAdapter {
   MOCK_METHOD(const TCustomAccount*, GetAccount, (TCode, bool), (const, override));
 };
 
+// A form with an account box, which takes the account over when it is told.
+struct TForm {
+  TForm() { FBox.SetOnExit(MakeEvent<&TForm::Told>(this)); }
+  void Told() {
+    FAccounts += FBox.GetHint() + " ";
+    std::exchange(FOnTold, [] {})();
+  }
+
+  TAccountEdit FBox{nullptr};
+  std::string FAccounts;
+  std::function<void()> FOnTold = [] {};  // called once
+};
+
 class Editors : public testing::Test {
  protected:
-  void Register(TAccountEdit& edit, std::string_view group) {
-    FEditors.RegisterAccountEditor(edit, group, false, true);
+  void Register(TForm& form, std::string_view group) {
+    FEditors.RegisterAccountEditor(form.FBox, group, false, true);
   }
 
   TTestHost FHost;
   NiceMock<TAccounts> FAccounts;
   TServiceScope<TCustomAccountAdapter> FInstalledAccounts{FAccounts};
   THostEditorManager FEditors;
-  TAccountEdit FFirst{nullptr}, FSecond{nullptr}, FThird{nullptr};
+  TForm FFirst, FSecond, FThird;
 };
 
-TEST_F(Editors, LetTheBoxesOfOneGroupFollowEachOther) {
-  Register(FFirst, "red");
-  Register(FSecond, "red");
+TEST_F(Editors, LetTheFormsOfOneGroupFollowEachOtherButNotTheLockedOne) {
+  TForm locked;
+  locked.FBox.SetEnabled(false);
+  for (TForm* form : {&FFirst, &FSecond, &locked}) Register(*form, "red");
   Register(FThird, "blue");
-  FEditors.SetAccountLayoutAccount(FSecond, TCode("C100"));
-  EXPECT_EQ(FFirst.GetHint(), "C100");
-  EXPECT_EQ(FFirst.GetText(), "C100");
-  EXPECT_EQ(FThird.GetHint(), "");
+  FEditors.SetAccountLayoutAccount(FSecond.FBox, TCode("C100"));
+  EXPECT_EQ(FFirst.FAccounts, "C100 ");
+  EXPECT_EQ(FFirst.FBox.GetText(), "C100");
+  EXPECT_EQ(FSecond.FAccounts, "C100 ");
+  EXPECT_EQ(FThird.FAccounts + locked.FAccounts, "");
 
   Register(FThird, "red");  // comes empty and takes the group's account
-  EXPECT_EQ(FThird.GetHint(), "C100");
-  FEditors.RemoveAccountEditor(FSecond);
-  FEditors.ChooseAccount(FThird, TCode("C300"));
-  EXPECT_EQ(FFirst.GetHint(), "C300");
-  EXPECT_EQ(FSecond.GetHint(), "C100");
+  EXPECT_EQ(FThird.FAccounts, "C100 ");
+  FEditors.RemoveAccountEditor(FSecond.FBox);
+  FEditors.ChooseAccount(locked.FBox, TCode("C300"));  // a layout or the host may still change it
+  EXPECT_EQ(FFirst.FAccounts, "C100 C300 ");
+  EXPECT_EQ(FSecond.FAccounts, "C100 ");
+  FEditors.ChooseAccount(FThird.FBox, TCode());
+  EXPECT_EQ(FThird.FBox.GetHint(), "");
+  EXPECT_EQ(FFirst.FBox.GetHint(), "C300") << "emptying is followed by nobody";
+}
+
+TEST_F(Editors, BearAToldFormThatClosesOthersAndChoosesAgain) {
+  auto closed = std::make_unique<TForm>();
+  for (TForm* form : {&FFirst, &FSecond, closed.get(), &FThird}) Register(*form, "red");
+  FSecond.FOnTold = [&] {
+    FEditors.RemoveAccountEditor(closed->FBox);
+    closed.reset();
+    FEditors.ChooseAccount(FSecond.FBox, TCode("C200"));
+  };
+  FEditors.ChooseAccount(FFirst.FBox, TCode("C100"));
+  EXPECT_EQ(FFirst.FAccounts, "C100 C200 ");
+  EXPECT_EQ(FSecond.FAccounts, "C100 C200 ");
+  EXPECT_EQ(FThird.FAccounts, "C200 ") << "told of an account that it no longer shows";
+  for (TForm* form : {&FFirst, &FSecond, &FThird}) FEditors.RemoveAccountEditor(form->FBox);
 }
 
 TEST_F(Editors, TakeATypedAccountInUpperCaseAndAskForItEvenWhenItIsUnknown) {
-  Register(FFirst, "");
-  Register(FSecond, "");
-  FFirst.SetText(" c100 ");
-  EXPECT_CALL(FAccounts, GetAccount(TCode("C100"), true)).WillOnce(Return(nullptr));
-  FEditors.CommitAccountText(FFirst);
-  EXPECT_EQ(FFirst.GetHint(), "C100");
-  EXPECT_EQ(FSecond.GetHint(), "") << "boxes without a group keep to themselves";
+  EXPECT_CALL(FAccounts, GetAccount(TCode("C100"), true)).Times(2).WillRepeatedly(Return(nullptr));
+  Register(FFirst, "red");
+  Register(FSecond, "red");
+  Register(FThird, "");
+  FFirst.FBox.SetText(" c100 ");
+  FFirst.FBox.Exit();
+  EXPECT_EQ(FFirst.FAccounts, "C100 ");
+  EXPECT_EQ(FSecond.FAccounts, "C100 ");
+  FThird.FBox.SetText("c100");
+  FThird.FBox.SendMessage(kAccountEditorMessage, 0, 0);
+  EXPECT_EQ(FThird.FAccounts, "C100 ");
+  FEditors.RemoveAccountEditor(FThird.FBox);
+  FThird.FBox.SetText("X");
+  FThird.FBox.Exit();
+  EXPECT_EQ(FThird.FBox.GetHint(), "C100") << "a box that is no longer registered resolves nothing";
 }
 
 class GridLayouts : public Editors {
@@ -74,10 +117,15 @@ class GridLayouts : public Editors {
   }
 
   void Reset() {
-    FView.SetColumns({{25, "", 30, true, TSortOrder::None, -1},
-                      {0, "Symbol", 100, true, TSortOrder::None, -1},
-                      {3, "Price", 100, true, TSortOrder::None, -1},
-                      {4, "Quantity", 100, true, TSortOrder::None, -1}});
+    std::vector<TGridColumn> columns;
+    for (const auto& [tag, caption] : {std::pair(25, ""), {0, "Symbol"}, {3, "Price"}, {4, "Quantity"}}) {
+      TGridColumn& column = columns.emplace_back();
+      column.FTag = tag;
+      column.FCaption = caption;
+      column.FWidth = tag == 25 ? 30 : 100;
+      column.FNumeric = tag == 4;
+    }
+    FView.SetColumns(std::move(columns));
   }
 
   std::string LayoutAfter(std::string_view layout) {
@@ -94,6 +142,7 @@ TEST_F(GridLayouts, ComeBackAsSavedWithOtherColumnsBehindAndLeaveTheGridAloneWhe
   const std::string saved = "3,0,80,D,1;0,1,120,A,0;25,1,30,N,-1;4,1,0,N,-1;";
   EXPECT_EQ(LayoutAfter(saved), saved);
   EXPECT_EQ(FView.GetColumns()[0].FSortOrder, TSortOrder::Descending);
+  EXPECT_TRUE(FView.GetColumns()[3].FNumeric) << "what a column is besides stays with it";
   EXPECT_EQ(LayoutAfter("4,1,50,N,-1;77,1,50,N,-1;3,1,10,N,-1;"),
             "4,1,50,N,-1;3,1,40,N,-1;25,1,30,N,-1;0,1,100,N,-1;");  // 40: the column's least width
   for (const char* damaged :

@@ -1,0 +1,150 @@
+#include "host/services/Workspaces.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "host/book/BookError.h"
+#include "model/contract/MessageBoxCtrl.h"
+
+namespace margindesk {
+
+namespace {
+
+void Tell(const std::string& line) { TCustomMessageBoxCtrl::GetInstance().ShowMessage(line); }
+
+// Runs what a view does and answers why it failed: "" when it did not.
+template <class TAction>
+std::string FaultOf(TAction action) {
+  try {
+    action();
+    return {};
+  } catch (const std::exception& fault) {
+    return QuotedForMessage(fault.what());
+  } catch (...) {
+    return "unknown exception";
+  }
+}
+
+}  // namespace
+
+TWorkspaces::TWorkspaces(std::filesystem::path folder, TOpenViews& views, TUiLoop& loop)
+    : FStore(std::move(folder)), FViews(views), FLoop(loop) {
+  FViews.SetChangeListener([this] { NoteChange(); });
+}
+
+TWorkspaces::~TWorkspaces() {
+  Release();
+  FViews.SetChangeListener({});
+}
+
+bool TWorkspaces::Save(const std::string& name) {
+  if (FLoading) return false;
+  try {
+    FStore.Save(name, Collect());
+  } catch (const std::exception& error) {
+    Tell(error.what());
+    return false;
+  }
+  // The workspace before has its own changes still to be saved, under its own name.
+  if (name != FName) Flush();
+  FName = name;
+  FChanged = false;
+  FFailureTold = false;
+  StopTimer();
+  return true;
+}
+
+bool TWorkspaces::Load(const std::string& name) {
+  if (FLoading) return false;
+  TWorkspace workspace;
+  try {
+    workspace = FStore.Load(name);
+  } catch (const TWorkspaceError& error) {
+    std::string line = error.what();
+    if (error.IsDamaged()) {
+      try {
+        line += "; set aside as " + FStore.SetAside(name);
+      } catch (const TWorkspaceError& failure) {
+        line += "; ";
+        line += failure.what();
+      }
+      if (name == FName) NoteChange();  // the views that are open make a sound one
+    }
+    Tell(line);
+    return false;
+  }
+  if (name != FName) Flush();
+  StopTimer();
+  FLoading = true;
+  Restore(workspace);
+  FLoading = false;
+  FName = name;
+  FChanged = false;
+  FFailureTold = false;
+  return true;
+}
+
+void TWorkspaces::Flush() {
+  StopTimer();
+  if (!FChanged || FLoading || FName.empty()) return;
+  try {
+    FStore.Save(FName, Collect());
+    FChanged = false;
+    FFailureTold = false;
+  } catch (const std::exception& error) {  // a view may fail, too
+    if (!std::exchange(FFailureTold, true)) Tell(error.what());
+  }
+}
+
+void TWorkspaces::Release() {
+  Flush();
+  StopTimer();
+  FName.clear();
+  FKept.clear();
+  FChanged = false;
+}
+
+void TWorkspaces::NoteChange() {
+  if (FLoading || FName.empty()) return;
+  FChanged = true;
+  if (FTimer == 0) FTimer = FLoop.StartTimer(kSaveDelay, [this] { Flush(); });
+}
+
+void TWorkspaces::StopTimer() { FLoop.StopTimer(std::exchange(FTimer, 0)); }
+
+TWorkspace TWorkspaces::Collect() const {
+  TWorkspace workspace;
+  for (const TOpenView& view : FViews.GetViews()) {
+    workspace.push_back({view.FClass, FViews.GetGroup(view.FHandle), FViews.GetLayout(view.FHandle)});
+  }
+  for (const auto& [place, view] : FKept) {
+    const std::size_t at = std::min(place, workspace.size());
+    workspace.insert(workspace.begin() + static_cast<std::ptrdiff_t>(at), view);
+  }
+  return workspace;
+}
+
+void TWorkspaces::Restore(const TWorkspace& workspace) {
+  FViews.CloseAll();
+  FKept.clear();
+  for (std::size_t place = 0; place < workspace.size(); ++place) RestoreView(place, workspace[place]);
+}
+
+void TWorkspaces::RestoreView(std::size_t place, const TWorkspaceView& view) {
+  const std::string name = QuotedForMessage(view.FClass);
+  TViewHandle handle = 0;
+  std::string fault = FaultOf([&] { handle = FViews.Open(view.FClass); });
+  if (handle == 0) {
+    if (fault.empty()) fault = FViews.HasClass(view.FClass) ? "cannot be opened" : "unknown view";
+    FKept.emplace_back(place, view);
+    Tell(name + ": " + fault + "; kept in the workspace");
+    return;
+  }
+  if (!view.FLayout.empty()) fault = FaultOf([&] { FViews.SetLayout(handle, view.FLayout); });
+  if (!fault.empty()) Tell(name + ": its layout is not applied whole: " + fault);
+  // The group comes last: the layout's account must neither move the views of the group nor be moved by them.
+  fault = FaultOf([&] { FViews.SetGroup(handle, view.FGroup); });
+  if (!fault.empty()) Tell(name + ": its group is not applied: " + fault);
+}
+
+}  // namespace margindesk
