@@ -19,7 +19,7 @@ enum EReach : unsigned {
   kHost = 1U << 4U,
   kCommandLine = 1U << 5U,
   kDesktop = 1U << 6U,
-  kStores = 1U << 7U,     // SQLite and curl
+  kStores = 1U << 7U,     // SQLite, curl and the picture decoder
   kArguments = 1U << 8U,  // CLI11
   kJson = 1U << 9U,
   kQt = 1U << 10U,
@@ -75,17 +75,12 @@ struct TForeignHeader {
 };
 
 constexpr std::array kForeignHeaders{
-    TForeignHeader{"sqlite3.h", kStores},
-    TForeignHeader{"curl/", kStores},
-    TForeignHeader{"CLI/", kArguments},
-    TForeignHeader{"nlohmann/", kJson},
-    TForeignHeader{"Q", kQt},
-    TForeignHeader{"gtest/", kTestTools},
-    TForeignHeader{"gmock/", kTestTools},
-    TForeignHeader{"benchmark/", kTestTools},
-    TForeignHeader{"sys/", kSystem},
-    TForeignHeader{"netinet/", kSystem},
-    TForeignHeader{"arpa/", kSystem},
+    TForeignHeader{"sqlite3.h", kStores},     TForeignHeader{"curl/", kStores},
+    TForeignHeader{"stb/", kStores},          TForeignHeader{"CLI/", kArguments},
+    TForeignHeader{"nlohmann/", kJson},       TForeignHeader{"Q", kQt},
+    TForeignHeader{"gtest/", kTestTools},     TForeignHeader{"gmock/", kTestTools},
+    TForeignHeader{"benchmark/", kTestTools}, TForeignHeader{"sys/", kSystem},
+    TForeignHeader{"netinet/", kSystem},      TForeignHeader{"arpa/", kSystem},
 };
 
 const TFolderRule* FindFolder(std::string_view path) {
