@@ -1,4 +1,5 @@
 // The account tree's cells: which data a row shows, its values and its texts.
+#include "host/framework/PositionFigures.h"
 #include "model/AccountInfoConstDef.h"
 #include "model/contract/AccountAdapter.h"
 #include "model/contract/AccountDataControl.h"
@@ -43,12 +44,7 @@ std::string TCustomAccountInfoDataControl::MakeNodeKey(std::int32_t field, TCode
 }
 
 double TCustomAccountInfoDataControl::ToConversionCurrency(double amount, TCode currency) const {
-  if (currency == FConvertCurrency) return amount;
-  const auto& currencies = TCustomCurrencyAdapter::GetInstance();
-  if (!currency.IsEmpty()) amount *= currencies.GetCurrencyRatio(currency);
-  if (FConvertCurrency.IsEmpty()) return amount;
-  const double ratio = currencies.GetCurrencyRatio(FConvertCurrency);
-  return ratio == 0 ? amount : amount / ratio;
+  return ConvertAmount(amount, currency, FConvertCurrency);
 }
 
 std::string TCustomAccountInfoDataControl::GetCurrencyName(TCode currency) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "host/framework/AveragePrice.h"
 #include "model/contract/Variant.h"
 
 namespace margindesk {
@@ -13,7 +14,6 @@ namespace margindesk {
 namespace {
 
 constexpr std::int32_t kMaximumDecimals = 15;
-constexpr std::int32_t kMaximumPrecision = 8;  // that a user may choose
 constexpr std::int32_t kMarginLevelDecimals = 2;
 
 // The largest double has 309 digits before the point.
@@ -102,7 +102,7 @@ struct TFormatter::TPreference {
 const std::array<TFormatter::TPreference, TFormatter::kStyleCount> TFormatter::kPreferences = {{
     {"AmountPrecision", "AmountDecimal", {2, true, false}},
     {"QtyPrecision", "QtyDecimal", {kMaximumPrecision, false, false}},
-    {"DefaultPrecision", "DefaultDecimal", {4, true, false}},
+    {"DefaultPrecision", "DefaultDecimal", {kAveragePriceDecimals, true, false}},
     {"QuotedPricePrecision", "QuotedPriceDecimal", {3, true, false}},
     {"CurrencyPrecision", "CurrencyDecimal", {6, true, false}},
 }};

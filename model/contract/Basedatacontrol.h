@@ -56,8 +56,8 @@ class TBaseDataControl : public TComponent {
 class TRowKeys {
  public:
   virtual ~TRowKeys() = default;
-  virtual std::string GetRowKey(std::int32_t row) const = 0;         // "" out of range
-  virtual std::int32_t FindRow(std::string_view key) const = 0;      // -1 when there is none
+  virtual std::string GetRowKey(std::int32_t row) const = 0;     // "" out of range
+  virtual std::int32_t FindRow(std::string_view key) const = 0;  // -1 when there is none
 };
 
 }  // namespace margindesk
