@@ -56,6 +56,10 @@ TEST(ReferenceHostTest, EveryRegistrationIsCountedForItsOwnerUntilItEnds) {
   EXPECT_EQ(host.CountRegistrations(), 13U);
   EXPECT_EQ(host.CountRegistrationsOf(&owner), 13U);
   EXPECT_EQ(host.CountRegistrationsOf(&other), 0U);
+  const auto subscriptions = host.GetSubscriptions();
+  EXPECT_EQ(subscriptions.size(), 13U);
+  EXPECT_EQ(subscriptions[1], (TSubscriptionCount{"channels", "104", 1}));
+  EXPECT_THAT(subscriptions, testing::Contains(TSubscriptionCount{"positions", "A1", 1}));
 
   TCustomConfigManager::GetInstance().RemoveConfigUpdateHandler(&owner);
   TCustomTimerControl::GetInstance().RemoveTimerHandler(&owner);
