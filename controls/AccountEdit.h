@@ -30,6 +30,8 @@ class TAccountEdit : public TTextEdit {
   void HandleKey(char32_t& key) override;
 
  private:
+  bool Resolve();
+
   TEvent<TAccountEdit&> FOnResolve;
 };
 

@@ -57,7 +57,9 @@ void TTextEdit::SelectAll() {
 
 void TTextEdit::PressKey(char32_t key) {
   if (!GetEnabled()) return;
+  const auto life = GetLife();
   HandleKey(key);
+  if (life.expired()) return;
   std::string text = GetText();
   if (key == kKeyBackspace) {
     RemoveLastCharacter(text);

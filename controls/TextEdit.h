@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -46,6 +47,9 @@ class TTextEdit : public TValueControl<std::string> {
   virtual void HandleKey(char32_t& key) { FOnKeyPress(key); }
   void FireExit() { FOnExit(); }
 
+  // Expires with the edit: an event may close the form.
+  std::weak_ptr<const bool> GetLife() const noexcept { return FLife; }
+
  private:
   bool FUpperCase = false;
   std::int32_t FSelectionStart = 0;
@@ -53,6 +57,7 @@ class TTextEdit : public TValueControl<std::string> {
   std::string FTextHint;
   TEvent<char32_t&> FOnKeyPress;
   TEvent<> FOnExit;
+  const std::shared_ptr<const bool> FLife = std::make_shared<const bool>(true);
 };
 
 }  // namespace margindesk

@@ -9,8 +9,9 @@
 
 namespace margindesk {
 
-// What stands behind the free functions of Icommon.h and Baseview.h and behind TPicture. The host installs its object; while none
-// is installed the functions answer false and the empty code, and a view notification goes nowhere.
+// What stands behind the free functions of Icommon.h and Baseview.h and behind TPicture. The host installs
+// its object; while none is installed the functions answer false and the empty code, and a view notification
+// goes nowhere.
 class THostFunctions : public TService<THostFunctions> {
  public:
   virtual bool IsChinaConnectOn() const = 0;

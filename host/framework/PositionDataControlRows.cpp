@@ -114,13 +114,12 @@ bool TPositionViewDataControl::IsDisplayPosition(const TCustomPositionData& posi
          });
 }
 
-// As in the account's totals: while China Connect is on, the side of the exchange link selects and the filter
-// does not.
+// The side of the exchange link shows its positions alone; otherwise nothing that is held is left out but by the
+// filter.
 bool TPositionViewDataControl::IsOnShownSide(const TCustomPositionData& position) const {
-  if (IsChinaConnectOn()) {
+  if (IsChinaConnectSide(FSideCurrency)) {
     const TCustomSubItem* item = position.GetReferenceItem();
-    const bool linked = item != nullptr && IsChinaConnectExchange(item->GetFieldCode(kItemExchange));
-    return linked == IsChinaConnectSide(FSideCurrency);
+    return item != nullptr && IsChinaConnectExchange(item->GetFieldCode(kItemExchange));
   }
   return FFilterCurrency.IsEmpty() || GetPositionCurrency(position).SameText(FFilterCurrency);
 }

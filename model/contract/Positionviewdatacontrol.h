@@ -74,7 +74,7 @@ class TPositionViewDataControl : public TCustomPositionDataControl, public TRowK
   bool CheckNeedUpdateSubAccountList(const TAccountMap& accounts) override;
   void ClearAggregateData() override;
   bool CheckNeedUpdatePosition(const TAccountPositionMap& positions) override;
-  void SetFilterCurrency(TCode currency) override;  // empty: every currency; China Connect comes first
+  void SetFilterCurrency(TCode currency) override;  // empty: every currency
   double GetTotalMarketValue() override;
   double GetTotalAcceptValue() override;
   void SetAggregate() override;
