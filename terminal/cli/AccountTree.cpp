@@ -25,16 +25,10 @@ class TTreeReader {
  private:
   TAccountTreeRow ReadRow(TDataNode* node) {
     TAccountTreeRow row;
-    if (const auto* attribute = dynamic_cast<const TAccountDataNode*>(node)) {
-      row.FField = attribute->GetAttribute();
-    } else if (const auto* value = dynamic_cast<const TAccountDataValueNode*>(node)) {
-      row.FField = value->GetAttribute();
-      row.FCurrency = value->GetCurrency();
-      row.FIsTotal = value->GetCurrency().IsEmpty();
-    } else if (const auto* converted = dynamic_cast<const TConvertAccountDataValueNode*>(node)) {
-      row.FField = converted->GetAttribute();
-      row.FCurrency = converted->GetCurrency();
-    }
+    const TAccountNodePlace place = GetAccountNodePlace(*node);
+    row.FField = place.FField;
+    row.FIsTotal = place.FIsTotal;
+    row.FCurrency = place.FCurrency;
     row.FKey = GetKey(row.FField);
     row.FCaption = FControl.GetDisplayValue(node, kCellCaption);
     row.FText = FControl.GetDisplayValue(node, kCellValue);
@@ -56,6 +50,19 @@ class TTreeReader {
 };
 
 }  // namespace
+
+TAccountNodePlace GetAccountNodePlace(const TDataNode& node) {
+  if (const auto* attribute = dynamic_cast<const TAccountDataNode*>(&node)) {
+    return {attribute->GetAttribute(), false, {}};
+  }
+  if (const auto* value = dynamic_cast<const TAccountDataValueNode*>(&node)) {
+    return {value->GetAttribute(), value->GetCurrency().IsEmpty(), value->GetCurrency()};
+  }
+  if (const auto* converted = dynamic_cast<const TConvertAccountDataValueNode*>(&node)) {
+    return {converted->GetAttribute(), false, converted->GetCurrency()};
+  }
+  return {};
+}
 
 std::vector<TAccountTreeRow> ReadAccountTree(TCustomAccountInfoDataControl& control,
                                              const TColumnList& columns) {

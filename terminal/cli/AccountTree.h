@@ -11,6 +11,14 @@
 
 namespace margindesk {
 
+// Which figure a row of the account tree is about.
+struct TAccountNodePlace {
+  std::int32_t FField = 0;
+  bool FIsTotal = false;
+  TCode FCurrency;  // empty for a field's own row and for the total
+};
+TAccountNodePlace GetAccountNodePlace(const TDataNode& node);
+
 // One row of the account tree as the data control answers it.
 struct TAccountTreeRow {
   std::int32_t FField = 0;

@@ -133,12 +133,18 @@ int Fail(TTerminal& terminal, std::string_view message, int code) {
   return code;
 }
 
-int RunCommand(TCommand& command, const TSessionOptions& options, TTerminal& terminal) {
+int RunAndShow(TCommand& command, TSession& session, std::ostream& shown) {
   std::ostringstream out;
   out.imbue(std::locale::classic());
-  TSession session(terminal, options);
   const int code = command.Run(session, out);
-  terminal.FOut << out.view() << std::flush;
+  shown << out.view() << std::flush;
+  return code;
+}
+
+int RunCommand(TCommand& command, const TSessionOptions& options, TTerminal& terminal) {
+  TSession session(terminal, options);
+  const int code = command.IsStreaming() ? command.Run(session, terminal.FOut)
+                                         : RunAndShow(command, session, terminal.FOut);
   if (terminal.FOut) return code;
   // A reader that has seen enough is no failure.
   return errno == EPIPE ? code : Fail(terminal, "cannot write to the standard output", kExitFault);

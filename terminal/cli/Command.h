@@ -25,9 +25,13 @@ class TCommand {
   virtual std::string_view GetHelp() const = 0;  // one sentence
   virtual void AddOptions(CLI::App& app) = 0;    // bound to this object, which outlives the parsing
 
+  // Whether what it writes is shown at once, for a command whose reader answers it.
+  virtual bool IsStreaming() const { return false; }
+
   // Does the work and gives the exit code. What it writes to `out` is shown when it returns, and not at all
-  // when it throws: TCliError and the errors of the book, the configuration and the language files are the
-  // user's, any other is a failure of the program.
+  // when it throws, unless it streams. A stream that takes no more is no fault of the command's: it ends, and
+  // leaves the reason in errno. TCliError and the errors of the book, the configuration and the language
+  // files are the user's, any other is a failure of the program.
   virtual int Run(TSession& session, std::ostream& out) = 0;
 };
 

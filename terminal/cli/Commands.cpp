@@ -4,6 +4,7 @@
 #include "terminal/cli/Command.h"
 #include "terminal/cli/ConfigCommands.h"
 #include "terminal/cli/PositionsCommand.h"
+#include "terminal/cli/ScriptCommand.h"
 
 namespace margindesk {
 
@@ -12,6 +13,7 @@ std::vector<std::unique_ptr<TCommand>> CreateCommands() {
   commands.push_back(std::make_unique<TAccountsCommand>());
   commands.push_back(std::make_unique<TAccountCommand>());
   commands.push_back(std::make_unique<TPositionsCommand>());
+  commands.push_back(std::make_unique<TScriptCommand>());
   commands.push_back(std::make_unique<TConfigGetCommand>());
   commands.push_back(std::make_unique<TConfigSetCommand>());
   commands.push_back(std::make_unique<TConfigListCommand>());

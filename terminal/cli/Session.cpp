@@ -36,11 +36,16 @@ void TSession::MakeDemoBook(const fs::path& file) {
   FTerminal.FErr << "margindesk: made the demo book " << file.string() << '\n';
 }
 
-TReferenceHost& TSession::Host() {
-  if (FHost) return *FHost;
+TReferenceHostOptions TSession::MakeHostOptions() const {
   TReferenceHostOptions options;
   options.FLanguageDirectory = GetResourceDirectory(FTerminal.FEnvironment) / "languages";
   options.FLanguage = FOptions.FLanguage;
+  return options;
+}
+
+TReferenceHost& TSession::Host() {
+  if (FHost) return *FHost;
+  TReferenceHostOptions options = MakeHostOptions();
   if (const fs::path config = GetConfigFile(); fs::exists(config)) options.FConfigFile = config;
   FHost = std::make_unique<TReferenceHost>(Book(), options);
   return *FHost;

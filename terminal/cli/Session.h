@@ -30,9 +30,15 @@ class TSession {
   std::filesystem::path GetBookFile() const;
   std::filesystem::path GetConfigFile() const;
 
+  // The configuration that was named, if one was.
+  std::optional<std::filesystem::path> GetNamedConfigFile() const { return FOptions.FConfig; }
+
   // The book. The user's own is made from the demo book when it is not there, which is told on standard
   // error; one that was named has to be there. Throws TCliError and TBookError.
   TBook& Book();
+
+  // What a host of this run is made with: the language files and the language asked for.
+  TReferenceHostOptions MakeHostOptions() const;
 
   // The host over the book and the configuration, in the language asked for. A configuration that is not
   // there is an empty one. Throws what the host throws.

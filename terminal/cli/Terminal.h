@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <istream>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -13,6 +14,7 @@ using TEnvironment = std::function<std::optional<std::string>(const std::string&
 
 // What a command meets of the world outside, so that a test can put its own in the place of each.
 struct TTerminal {
+  std::istream& FIn;
   std::ostream& FOut;
   std::ostream& FErr;
   TEnvironment FEnvironment;

@@ -33,7 +33,8 @@ int main(int argc, char** argv) {
   // A reader that closes its end ("| head") shows as a failed write, which ends the program quietly.
   std::signal(SIGPIPE, SIG_IGN);
   std::ios::sync_with_stdio(false);
-  margindesk::TTerminal terminal{std::cout, std::cerr, &ReadEnvironment, ShowsColours(), GetScreenWidth()};
+  margindesk::TTerminal terminal{std::cin,         std::cout,      std::cerr,
+                                 &ReadEnvironment, ShowsColours(), GetScreenWidth()};
   return margindesk::RunApplication(std::vector<std::string>(argv + (argc > 0 ? 1 : 0), argv + argc),
                                     terminal);
 }

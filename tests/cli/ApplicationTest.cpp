@@ -132,7 +132,7 @@ TEST_F(Application, FailsOverAFullDiskButNotOverAClosedPipe) {
   const auto run = [this](int error, std::ostringstream& err) {
     TFullDevice device(error);
     std::ostream out(&device);
-    TTerminal terminal{out, err, [this](const std::string& name) { return FEnvironment.at(name); }};
+    TTerminal terminal{std::cin, out, err, [this](const std::string& name) { return FEnvironment.at(name); }};
     return RunApplication({"--book", InHome("book.db").string(), "accounts"}, terminal);
   };
   std::ostringstream closed;

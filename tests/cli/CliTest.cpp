@@ -117,7 +117,8 @@ TCliResult TCliTest::RunBare(const std::vector<std::string>& arguments) {
     const auto found = FEnvironment.find(name);
     return found == FEnvironment.end() ? std::nullopt : std::optional(found->second);
   };
-  TTerminal terminal{out, err, environment, FColour, FWidth};
+  std::istringstream in(FInput);
+  TTerminal terminal{in, out, err, environment, FColour, FWidth};
   const int code = RunApplication(arguments, terminal);
   return {code, out.str(), err.str()};
 }

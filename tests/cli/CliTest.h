@@ -38,6 +38,7 @@ class TCliTest : public ::testing::Test {
 
   const std::filesystem::path FHome;  // "csv" holds the small book's files
   std::map<std::string, std::string> FEnvironment;
+  std::string FInput;  // on standard input
   bool FColour = false;
   std::size_t FWidth = 0;
 };

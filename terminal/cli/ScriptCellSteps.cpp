@@ -1,0 +1,161 @@
+// Steps at trees and grids. A row is the place of a row among all that the step "tree" or "grid" lists.
+#include <algorithm>
+
+#include "controls/GridTableView.h"
+#include "controls/HintStyleController.h"
+#include "controls/VirtualTree.h"
+#include "model/contract/Constdef.h"
+#include "terminal/cli/AccountTree.h"
+#include "terminal/cli/ScriptControls.h"
+#include "terminal/cli/ScriptSteps.h"
+
+namespace margindesk {
+
+namespace {
+
+TVirtualTree& FindTree(const TFrame& frame, const TScriptArguments& step) {
+  return FindControlOf<TVirtualTree>(frame, step.Text("name"), "tree");
+}
+
+TGridTableView& FindGrid(const TFrame& frame, const TScriptArguments& step) {
+  return FindControlOf<TGridTableView>(frame, step.Text("name"), "grid");
+}
+
+template <class T>
+const T& CheckRow(const std::vector<T>& rows, std::int32_t row) {
+  if (row >= 0 && static_cast<std::size_t>(row) < rows.size()) return rows[static_cast<std::size_t>(row)];
+  throw TScriptError("row " + std::to_string(row) + " of " + std::to_string(rows.size()));
+}
+
+template <class T>
+auto& CheckColumn(const T& control, std::int32_t tag) {
+  if (const auto* column = control.FindColumn(tag)) return *column;
+  throw TScriptError("there is no column " + std::to_string(tag));
+}
+
+TJson NameOrNull(const TControl* control) {
+  return control == nullptr ? TJson() : MakeJsonOrNull(control->GetComponentName());
+}
+
+TJson Tree(TScriptSession& session, const TScriptArguments& step) {
+  TVirtualTree& tree = FindTree(session.Frame(step), step);
+  const TTreeColumn* caption = tree.FindColumn(kCellCaption);
+  const TTreeColumn* value = tree.FindColumn(kCellValue);
+  if (caption == nullptr || value == nullptr) throw TScriptError("the tree shows no figures");
+  TJson rows = TJson::array();
+  for (const TVirtualTreeNode* node : tree.GetNodes()) {
+    const TAccountNodePlace place = GetAccountNodePlace(*node->GetData());
+    rows.push_back({{"level", node->GetLevel()},
+                    {"field", place.FField},
+                    {"currency", MakeJsonOrNull(place.FCurrency.Text())},
+                    {"caption", tree.GetDisplayText(node, *caption)},
+                    {"text", tree.GetDisplayText(node, *value)},
+                    {"editor", NameOrNull(tree.GetEditProperties(node, *value))},
+                    {"style", NameOrNull(tree.GetContentStyle(node, *value))}});
+  }
+  return {{"rows", rows}};
+}
+
+TJson Grid(TScriptSession& session, const TScriptArguments& step) {
+  TGridTableView& grid = FindGrid(session.Frame(step), step);
+  TJson columns = TJson::array();
+  for (const TGridColumn& column : grid.GetColumns()) {
+    if (column.FVisible) columns.push_back({{"tag", column.FTag}, {"caption", column.FCaption}});
+  }
+  TJson rows = TJson::array();
+  for (const std::int32_t record : grid.GetDisplayOrder()) {
+    TJson texts = TJson::array();
+    for (const TGridColumn& column : grid.GetColumns()) {
+      if (column.FVisible) texts.push_back(grid.GetDisplayText(record, column));
+    }
+    rows.push_back({{"record", record}, {"texts", texts}});
+  }
+  return {{"columns", columns}, {"rows", rows}};
+}
+
+TVariant MakeValue(const TJson& value) {
+  if (value.is_string()) return TVariant::Text(value.get<std::string>());
+  if (value.is_null()) return TVariant::Null();
+  if (!value.is_number()) throw TScriptError("a cell takes a text, a number or null");
+  const double number = value.get<double>();
+  const bool small = number >= std::numeric_limits<std::int32_t>::min() &&
+                     number <= std::numeric_limits<std::int32_t>::max();
+  return value.is_number_integer() && small ? TVariant::Integer(value.get<std::int32_t>())
+                                            : TVariant::Float(number);
+}
+
+TJson Cell(TScriptSession& session, const TScriptArguments& step) {
+  const TFrame& frame = session.Frame(step);
+  TGridTableView& grid = FindGrid(frame, step);
+  CheckReachable(frame, grid);
+  const std::int32_t record = CheckRow(grid.GetDisplayOrder(), step.Integer("row"));
+  const TGridColumn& column = CheckColumn(grid, step.Integer("column"));
+  if (!column.FVisible) throw TScriptError("the column is hidden");
+  const std::string refusal = grid.EditCell(record, column.FTag, MakeValue(step.Scalar("value")));
+  if (!refusal.empty()) throw TScriptError(refusal);
+  return TJson::object();
+}
+
+TJson DoubleClick(TScriptSession& session, const TScriptArguments& step) {
+  const TFrame& frame = session.Frame(step);
+  TGridTableView& grid = FindGrid(frame, step);
+  CheckReachable(frame, grid);
+  grid.SetFocusedRecordIndex(CheckRow(grid.GetDisplayOrder(), step.Integer("row")));
+  grid.DoubleClickCell();
+  return TJson::object();
+}
+
+// What hangs over the view now.
+TJson DescribeHint(const TFrame& frame) {
+  const auto& components = frame.GetComponents();
+  for (const TComponent* component : components) {
+    const auto* hints = dynamic_cast<const THintStyleController*>(component);
+    if (hints != nullptr && hints->IsShowing()) {
+      return {{"hint", hints->GetHintText()}, {"caption", MakeJsonOrNull(hints->GetHintCaption())}};
+    }
+  }
+  return {{"hint", nullptr}, {"caption", nullptr}};
+}
+
+// Opens what hides a row, and scrolls where it stands outside of the control.
+TRect BringIntoView(TVirtualTree& tree, const TVirtualTreeNode& node, const TTreeColumn& column) {
+  tree.MakeVisible(node);
+  const TRect cell = tree.GetCellRect(node, column);
+  if (cell.FTop >= 0 && cell.FTop + cell.FHeight <= tree.GetHeight()) return cell;
+  const auto& shown = tree.GetShownNodes();
+  const auto place = std::ranges::find(shown, &node) - shown.begin();
+  tree.SetTopRow(static_cast<std::int32_t>(place));
+  return tree.GetCellRect(node, column);
+}
+
+TJson Hover(TScriptSession& session, const TScriptArguments& step) {
+  const TFrame& frame = session.Frame(step);
+  TVirtualTree& tree = FindTree(frame, step);
+  CheckReachable(frame, tree);
+  const TVirtualTreeNode& node = *CheckRow(tree.GetNodes(), step.Integer("row"));
+  const TRect cell = BringIntoView(tree, node, CheckColumn(tree, step.Integer("column")));
+  tree.MouseMove({cell.FLeft + cell.FWidth / 2, cell.FTop + cell.FHeight / 2});
+  return DescribeHint(frame);
+}
+
+TJson Leave(TScriptSession& session, const TScriptArguments& step) {
+  const TFrame& frame = session.Frame(step);
+  FindTree(frame, step).MouseLeave();
+  return DescribeHint(frame);
+}
+
+}  // namespace
+
+std::vector<TScriptStep> MakeCellSteps() {
+  const TScriptMember name{"name", TScriptKind::kText, false};
+  const TScriptMember row{"row", TScriptKind::kInteger};
+  const TScriptMember column{"column", TScriptKind::kInteger};
+  return {{"tree", {name}, &Tree},
+          {"grid", {name}, &Grid},
+          {"cell", {name, row, column, {"value", TScriptKind::kScalar}}, &Cell},
+          {"doubleclick", {name, row}, &DoubleClick},
+          {"hover", {name, row, column}, &Hover},
+          {"leave", {name}, &Leave}};
+}
+
+}  // namespace margindesk

@@ -1,0 +1,89 @@
+#include "terminal/cli/ScriptCommand.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+
+#include "host/book/BookError.h"
+#include "terminal/cli/CliError.h"
+#include "terminal/cli/DisplayWidth.h"
+#include "terminal/cli/PackageLink.h"
+#include "terminal/cli/Script.h"
+#include "terminal/cli/Session.h"
+
+namespace margindesk {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder that goes with its contents.
+class TTemporaryFolder {
+ public:
+  TTemporaryFolder() {
+    std::string name = (fs::temp_directory_path() / "margindesk-script-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr) throw TCliError("cannot make the directory " + name);
+    FPath = name;
+  }
+  ~TTemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(FPath, ignored);
+  }
+  TTemporaryFolder(const TTemporaryFolder&) = delete;
+  TTemporaryFolder& operator=(const TTemporaryFolder&) = delete;
+
+  const fs::path& Path() const noexcept { return FPath; }
+
+ private:
+  fs::path FPath;
+};
+
+}  // namespace
+
+void TScriptCommand::AddOptions(CLI::App& app) {
+  app.add_option("FILE", FFile, "The script; - for standard input")->required();
+  app.add_flag("--strict", FStrict, "End with the first step that fails");
+  app.add_option("--workspaces", FWorkspaces, "Keep workspaces here (default: gone at the end)")
+      ->option_text("FOLDER");
+}
+
+int TScriptCommand::Run(TSession& session, std::ostream& out) {
+  std::ifstream file;
+  if (FFile != "-") {
+    if (fs::is_directory(FFile)) throw TCliError(QuotedForMessage(FFile) + " is a directory");
+    file.open(FFile, std::ios::binary);
+    if (!file) throw TCliError("cannot read " + QuotedForMessage(FFile));
+  }
+  int outputError = 0;
+  const bool fine = RunSteps(session, FFile == "-" ? session.Terminal().FIn : file, out, outputError);
+  errno = outputError;  // closing the host has used it since
+  return fine ? kExitFine : kExitFault;
+}
+
+bool TScriptCommand::RunSteps(TSession& session, std::istream& in, std::ostream& out, int& outputError) {
+  std::optional<TTemporaryFolder> temporary;
+  if (!FWorkspaces) temporary.emplace();
+  TScriptClock clock;
+  TReferenceHostOptions options = session.MakeHostOptions();
+  options.FConfigFile = session.GetNamedConfigFile();
+  options.FWorkspaceFolder = temporary ? temporary->Path() : fs::path(*FWorkspaces);
+  options.FClock = [&clock] { return clock.Now(); };
+  TReferenceHost host(session.Book(), options);
+  const TPackageViews package(host.Views());
+  TScriptSession script(host, clock, [&] { host.Reload(session.Book()); });
+  const bool fine = RunScript(script, in, out, FStrict);
+  outputError = out ? 0 : errno;
+  script.TakeMessages();  // they were the steps' own
+  script.Close();
+  for (const std::string& message : script.TakeMessages()) {
+    session.Terminal().FErr << "margindesk: " << MakeOneLine(message) << '\n';
+  }
+  return fine;
+}
+
+}  // namespace margindesk
