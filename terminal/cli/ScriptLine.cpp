@@ -40,7 +40,7 @@ bool TScriptReader::ReadLine() {
 bool TScriptReader::Next() {
   while (ReadLine()) {
     const std::string_view text = TrimText(FLine);
-    if (!text.empty() && text.front() != '#') return true;
+    if (text.empty() ? FTooLong : text.front() != '#') return true;
   }
   return false;
 }

@@ -1,5 +1,6 @@
 #include <cerrno>
 #include <cstdlib>
+#include <iostream>
 #include <locale>
 #include <sstream>
 

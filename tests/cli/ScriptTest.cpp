@@ -1,0 +1,282 @@
+#include <functional>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "controls/Button.h"
+#include "controls/GridTableView.h"
+#include "controls/LayoutControl.h"
+#include "model/contract/Constdef.h"
+#include "model/contract/Datadef.h"
+#include "model/contract/GlobalChannelManager.h"
+#include "model/contract/MessageBoxCtrl.h"
+#include "terminal/cli/Script.h"
+#include "terminal/cli/ScriptLine.h"
+#include "tests/cli/CliTest.h"
+
+namespace margindesk {
+namespace {
+
+using testing::HasSubstr;
+using TJsonLines = std::vector<TJson>;
+
+TJsonLines ParseLines(const std::string& text) {
+  TJsonLines lines;
+  for (const std::string& line : SplitIntoLines(text)) lines.push_back(TJson::parse(line));
+  return lines;
+}
+
+// --- the engine, with a view of its own
+
+// What an account view has no use for: a grid to type into, a number, and a button that does as it is told.
+class TDeskFrame final : public TViewFrame {
+ public:
+  TDeskFrame() : TViewFrame(nullptr) {
+    TGridColumn price;
+    price.FTag = 4;
+    price.FCaption = "Price";
+    price.FAllowEditing = true;
+    price.FOnValidate = MakeEvent<&TDeskFrame::Validate>(this);
+    FGrid->SetColumns({price});
+    FGrid->SetRecordCount(2);
+    FGrid->SetValue(0, 4, TVariant::Integer(9));
+    FGrid->SetValue(1, 4, TVariant::Integer(3));
+    FGrid->SetSorting(4, TSortOrder::Ascending);
+    FButton->SetOnClick(MakeEvent<&TDeskFrame::Click>(this));
+    FGroup->AddItem(FPlace);
+  }
+
+  std::function<void()> FOnClick = [] {};
+  TGridTableView* const FGrid = new TGridTableView(this, "Orders");
+  TButton* const FButton = new TButton(this, "Send");
+  TLayoutItem* const FPlace = new TLayoutItem(this, "SendPlace", FButton);
+  TLayoutGroup* const FGroup = new TLayoutGroup(this, "Bottom", TLayoutDirection::Horizontal);
+
+ private:
+  void Click() { FOnClick(); }
+  void Validate(TVariant& value, std::string& refusal) {
+    if (value.AsFloatOr(-1) < 0) refusal = "Price is not negative";
+  }
+};
+
+struct TDeskView final : TIBaseView {
+  TDeskView() : TIBaseView(nullptr) {}
+  TFrame* OpenNewInstance() override { return FindFrame(AddView(std::make_unique<TDeskFrame>())); }
+};
+
+class Script : public ::testing::Test {
+ protected:
+  Script() { FHost.Views().AddClass("TIDesk", FPlugin); }
+  ~Script() override { FHost.CloseViews(); }
+
+  TJsonLines Run(const std::string& text, bool strict = false) {
+    std::istringstream in(text);
+    std::ostringstream out;
+    RunScript(FSession, in, out, strict);
+    return ParseLines(out.str());
+  }
+  // The reason why the one step failed; "" when it did not.
+  std::string ErrorOf(const std::string& line) { return Run(line).at(0).value("error", ""); }
+  TDeskFrame& Frame() { return dynamic_cast<TDeskFrame&>(*FHost.Views().GetViews().back().FFrame); }
+
+  static TReferenceHostOptions MakeOptions(TScriptClock& clock) {
+    TReferenceHostOptions options;
+    options.FLanguageDirectory = MARGINDESK_SOURCE_DIR "/resources/languages";
+    options.FClock = [&clock] { return clock.Now(); };
+    return options;
+  }
+
+  TScriptClock FClock;
+  TReferenceHost FHost{THostContents(), MakeOptions(FClock)};
+  TDeskView FPlugin;
+  TScriptSession FSession{FHost, FClock, [] {}};
+};
+
+constexpr const char* kOpen = R"({"step":"open","class":"TIDesk"})";
+
+TEST_F(Script, RefusesLinesThatAreNoStepsAndSaysWhereAndWhy) {
+  const std::pair<std::string, std::string> cases[] = {
+      {R"({"step":"open")", "no JSON: byte 15"},
+      {R"([1])", "no JSON object"},
+      {R"({"open":"TIDesk"})", "no \"step\""},
+      {R"({"step":"dance"})", "no step \"dance\""},
+      {R"({"step":"open"})", "needs \"class\""},
+      {R"({"step":"open","class":"TIDesk","colour":"red"})", "takes no \"colour\""},
+      {R"({"step":"open","class":7})", "\"class\" takes a text"},
+      {R"({"step":"open","step":"close"})", "\"step\" is there twice"},
+      {R"({"step":"ticks","count":2.5})", "whole number of 32 bits"},
+      {R"({"step":"ticks","count":18446744073709551615})", "whole number of 32 bits"},
+      {R"({"step":"ticks","count":100001})", "0 to 100000"},
+      {R"({"step":"price","symbol":"X","value":1e999})", "number is too large"},
+      {R"({"step":"views","view":9})", "view 9 is not open"},
+      {R"({"step":"layout"})", "no view is open"},
+      {"{\"step\":\"\xFF\"}", "not UTF-8"},
+      {R"({"step":"open","class":)" + std::string(10'000'000, '['), "nested too deeply"},
+      {R"({"step":")" + std::string(10'000'000, 'x') + "\"}", "no step \"xxx"},
+      {std::string(TScriptReader::kLongestLine + 1, ' ') + "{}", "too long"},
+  };
+  for (const auto& [line, reason] : cases) {
+    const TJsonLines answers = Run("# a comment\r\n\n" + line + "\n");
+    ASSERT_EQ(answers.size(), 1U);
+    EXPECT_THAT(answers[0].value("error", ""), HasSubstr(reason)) << line.substr(0, 80);
+    EXPECT_EQ(answers[0].value("line", 0), 3);
+    EXPECT_LT(answers[0].dump().size(), 600U);
+  }
+}
+
+TEST_F(Script, GoesOnAfterAFailureUnlessItIsStrict) {
+  const std::string text = std::string("\xEF\xBB\xBF") + kOpen + "\n{}\n" + R"({"step":"views"})";
+  EXPECT_EQ(Run(text).size(), 3U);
+  const TJsonLines strict = Run(text, true);
+  ASSERT_EQ(strict.size(), 2U);
+  EXPECT_FALSE(strict.back().at("ok").get<bool>());
+}
+
+TEST_F(Script, LetsAPersonEditCellsInTheOrderShownAndHearRefusals) {
+  Run(kOpen);
+  EXPECT_EQ(Run(R"({"step":"grid"})")[0].at("rows").dump(),
+            R"([{"record":1,"texts":["3"]},{"record":0,"texts":["9"]}])");
+  EXPECT_EQ(ErrorOf(R"({"step":"cell","name":"Orders","row":0,"column":4,"value":10.5})"), "");
+  EXPECT_EQ(Frame().FGrid->GetValue(1, 4), TVariant::Float(10.5));
+  EXPECT_EQ(ErrorOf(R"({"step":"cell","row":0,"column":4,"value":-1})"), "Price is not negative");
+  EXPECT_EQ(ErrorOf(R"({"step":"cell","row":2,"column":4,"value":1})"), "row 2 of 2");
+  EXPECT_EQ(ErrorOf(R"({"step":"cell","row":0,"column":5,"value":1})"), "there is no column 5");
+}
+
+TEST_F(Script, CannotReachWhatAPersonCannotReach) {
+  Run(kOpen);
+  const std::string click = R"({"step":"click","name":"Send"})";
+  EXPECT_EQ(ErrorOf(click), "");
+  Frame().FButton->SetEnabled(false);
+  EXPECT_EQ(ErrorOf(click), "\"Send\" is disabled");
+  Frame().FGroup->SetVisible(false);
+  EXPECT_EQ(ErrorOf(click), "\"Send\" is hidden");
+  EXPECT_EQ(ErrorOf(R"({"step":"set","name":"Orders","property":"Visible","value":false})"),
+            "\"Visible\" of \"Orders\" is not a person's to change");
+}
+
+TEST_F(Script, SurvivesViewsThatThrowThatNeverRestAndThatCloseThemselves) {
+  Run(kOpen);
+  const std::string click = R"({"step":"click","name":"Send"})";
+  Frame().FOnClick = [] { throw std::runtime_error("no\nline"); };
+  EXPECT_EQ(ErrorOf(click), "no line");
+  bool restless = true;
+  std::function<void()> post = [&] {
+    if (restless) FHost.Loop().Post(post);
+  };
+  Frame().FOnClick = post;
+  EXPECT_EQ(ErrorOf(click), "the views do not come to rest");
+  restless = false;
+  Frame().FOnClick = [this] {
+    FHost.Loop().Post([this] { FHost.Views().Close(FHost.Views().GetViews().back().FHandle); });
+  };
+  EXPECT_EQ(ErrorOf(click), "");
+  EXPECT_EQ(ErrorOf(click), "no view is open");
+}
+
+TEST_F(Script, AnswersDialogsOnceEachInTheOrderPreparedAndNoAfterThat) {
+  Run(kOpen);
+  std::string asked;
+  Frame().FOnClick = [&] {
+    const auto confirmed = TCustomMessageBoxCtrl::GetInstance().ShowConfirmation("Sure?") == kConfirmationYes;
+    TOrderTakeActionRecord record;
+    TCustomGlobalChannelManager::GetInstance().SendChannelMessage(kMessageBatchConfirmation, &record);
+    asked += std::string(confirmed ? "y" : "n") + (record.FResult ? "y " : "n ");
+  };
+  Run(R"({"step":"answer","to":"confirmation","value":"yes"})"
+      "\n"
+      R"({"step":"answer","to":"confirmation","value":"no"})"
+      "\n"
+      R"({"step":"answer","to":"batch","value":"yes"})");
+  for (int i = 0; i < 3; ++i) Run(R"({"step":"click","name":"Send"})");
+  EXPECT_EQ(asked, "yy nn nn ");
+  EXPECT_EQ(Run(R"({"step":"journal"})")[0].at("requests").at(0).dump(),
+            R"({"kind":"question","text":"Sure?","answer":"yes"})");
+}
+
+// Hands out a line at a time, and says how many answers there are whenever the next one is asked for.
+class TConversation final : public std::streambuf {
+ public:
+  explicit TConversation(const std::ostringstream& out) : FOut(out) {}
+  std::string FSeen;
+
+ private:
+  int_type underflow() override {
+    FSeen += std::to_string(SplitIntoLines(FOut.str()).size());
+    if (FSeen.size() == 4) return traits_type::eof();
+    setg(FLine.data(), FLine.data(), FLine.data() + FLine.size());
+    return traits_type::to_int_type(*gptr());
+  }
+
+  const std::ostringstream& FOut;
+  std::string FLine = "{\"step\":\"views\"}\n";
+};
+
+TEST_F(Script, AnswersEachStepBeforeItReadsTheNext) {
+  std::ostringstream out;
+  TConversation conversation(out);
+  std::istream in(&conversation);
+  EXPECT_TRUE(RunScript(FSession, in, out, false));
+  EXPECT_EQ(conversation.FSeen, "0123");
+}
+
+// --- the command, with the account information view
+
+class ScriptCommand : public TCliTest {
+ protected:
+  // The answers of a script of these lines, against the small book.
+  TJsonLines Answers(const std::string& text, int code = 0) {
+    FInput = text;
+    const TCliResult result = Run({"script", "-"});
+    EXPECT_EQ(result.FCode, code);
+    EXPECT_EQ(result.FErr, "");
+    return ParseLines(result.FOut);
+  }
+};
+
+TEST_F(ScriptCommand, FollowsPricesReloadsAndGroupsInTheOpenViews) {
+  const auto answers = Answers(R"({"step":"config","key":"Default_AccountInfoColumn","value":"PL"}
+{"step":"config","key":"AcctInfo_PosCol","value":"Symbol,PL"}
+{"step":"open","class":"TIAccountInfo"}
+{"step":"group","value":"left"}
+{"step":"account","value":"s1"}
+{"step":"grid"}
+{"step":"price","symbol":"ZZOB","value":3}
+{"step":"open","class":"TIAccountInfo"}
+{"step":"group","value":"left"}
+{"step":"caption"}
+{"step":"reload","account":"S1"}
+{"step":"reload","account":"S9"}
+{"step":"close"}
+{"step":"views"}
+)",
+                               1);
+  EXPECT_EQ(answers.at(5).at("rows").size(), 2U);
+  EXPECT_EQ(answers.at(9).at("caption"), "Account Information - S1");
+  EXPECT_EQ(answers.at(11).at("error"), "the book has no account \"S9\"");
+  EXPECT_EQ(answers.at(13).at("views").size(), 1U);
+}
+
+TEST_F(ScriptCommand, KeepsNothingBehindUnlessFilesAreNamedForIt) {
+  const std::string save = R"({"step":"config","key":"K","value":"V"}
+{"step":"open","class":"TIAccountInfo"}
+{"step":"account","value":"M1"}
+{"step":"saveworkspace","name":"desk"}
+)";
+  const std::string load = R"({"step":"loadworkspace","name":"desk"})";
+  Answers(save);
+  EXPECT_THAT(Answers(load, 1).at(0).at("error"), HasSubstr("desk.json"));
+  EXPECT_FALSE(std::filesystem::exists(InHome("config")));
+
+  const std::vector<std::string> command = {"--config", InHome("c.db").string(), "script",
+                                            "-",        "--workspaces",          InHome("desks").string()};
+  FInput = save;
+  EXPECT_EQ(Run(command).FCode, 0);
+  FInput = load;
+  EXPECT_EQ(ParseLines(Run(command).FOut).at(0).at("views").at(0).at("caption"), "Account Information - M1");
+  EXPECT_EQ(RunBare({"--config", InHome("c.db").string(), "config", "get", "K"}).FOut, "V\n");
+  EXPECT_EQ(Run({"script", InHome("none").string()}).FCode, 2);
+}
+
+}  // namespace
+}  // namespace margindesk
