@@ -1,12 +1,10 @@
 // Any text as the layout text of an account information view, and as its layout template.
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "accountinfo/view/AccountInfoView.h"
-#include "host/services/ReferenceHost.h"
+#include "fuzz/FuzzHost.h"
 #include "model/contract/ConfigManager.h"
 #include "model/contract/Variant.h"
 
@@ -15,25 +13,8 @@ namespace {
 using namespace margindesk;
 
 TReferenceHost& GetHost() {
-  static TReferenceHost host = [] {
-    THostContents contents;
-    contents.FCurrencies = {{TCode("HKD"), 1, false, true}, {TCode("USD"), 7.8, false, false}};
-    TAccountFacts account;
-    account.FAccount = TCode("M1");
-    account.FType = "S";
-    contents.FAccounts.push_back(account);
-    TReferenceHostOptions options;
-    options.FLanguageDirectory = MARGINDESK_SOURCE_DIR "/resources/languages";
-    options.FClock = [] { return TUiLoop::TTimePoint(); };
-    return TReferenceHost(contents, options);
-  }();
+  static TReferenceHost host(MakeFuzzContents(), MakeFuzzOptions());
   return host;
-}
-
-void Require(bool holds, const char* what) {
-  if (holds) return;
-  std::fprintf(stderr, "%s\n", what);
-  std::abort();
 }
 
 std::string GetLayout(TAccountInfoFrame& frame) {
