@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <functional>
 #include <sstream>
 
@@ -71,9 +72,9 @@ class Script : public ::testing::Test {
 
   TJsonLines Run(const std::string& text, bool strict = false) {
     std::istringstream in(text);
-    std::ostringstream out;
-    RunScript(FSession, in, out, strict);
-    return ParseLines(out.str());
+    FOut.str("");
+    RunScript(FSession, in, FOut, strict);
+    return ParseLines(FOut.str());
   }
   // The reason why the one step failed; "" when it did not.
   std::string ErrorOf(const std::string& line) { return Run(line).at(0).value("error", ""); }
@@ -86,6 +87,7 @@ class Script : public ::testing::Test {
     return options;
   }
 
+  std::ostringstream FOut;
   TScriptClock FClock;
   TReferenceHost FHost{THostContents(), MakeOptions(FClock)};
   TDeskView FPlugin;
@@ -124,9 +126,13 @@ TEST_F(Script, RefusesLinesThatAreNoStepsAndSaysWhereAndWhy) {
   }
 }
 
-TEST_F(Script, GoesOnAfterAFailureUnlessItIsStrict) {
-  const std::string text = std::string("\xEF\xBB\xBF") + kOpen + "\n{}\n" + R"({"step":"views"})";
+TEST_F(Script, AnswersEachStepBeforeTheNextAndGoesOnAfterAFailureUnlessItIsStrict) {
+  Run(std::string("\xEF\xBB\xBF") + kOpen);
+  std::size_t answered = 0;
+  Frame().FOnClick = [&] { answered = ParseLines(FOut.str()).size(); };
+  const std::string text = "{\"step\":\"views\"}\n{}\n{\"step\":\"click\",\"name\":\"Send\"}\n";
   EXPECT_EQ(Run(text).size(), 3U);
+  EXPECT_EQ(answered, 2U);
   const TJsonLines strict = Run(text, true);
   ASSERT_EQ(strict.size(), 2U);
   EXPECT_FALSE(strict.back().at("ok").get<bool>());
@@ -194,32 +200,6 @@ TEST_F(Script, AnswersDialogsOnceEachInTheOrderPreparedAndNoAfterThat) {
             R"({"kind":"question","text":"Sure?","answer":"yes"})");
 }
 
-// Hands out a line at a time, and says how many answers there are whenever the next one is asked for.
-class TConversation final : public std::streambuf {
- public:
-  explicit TConversation(const std::ostringstream& out) : FOut(out) {}
-  std::string FSeen;
-
- private:
-  int_type underflow() override {
-    FSeen += std::to_string(SplitIntoLines(FOut.str()).size());
-    if (FSeen.size() == 4) return traits_type::eof();
-    setg(FLine.data(), FLine.data(), FLine.data() + FLine.size());
-    return traits_type::to_int_type(*gptr());
-  }
-
-  const std::ostringstream& FOut;
-  std::string FLine = "{\"step\":\"views\"}\n";
-};
-
-TEST_F(Script, AnswersEachStepBeforeItReadsTheNext) {
-  std::ostringstream out;
-  TConversation conversation(out);
-  std::istream in(&conversation);
-  EXPECT_TRUE(RunScript(FSession, in, out, false));
-  EXPECT_EQ(conversation.FSeen, "0123");
-}
-
 // --- the command, with the account information view
 
 class ScriptCommand : public TCliTest {
@@ -234,14 +214,10 @@ class ScriptCommand : public TCliTest {
   }
 };
 
-TEST_F(ScriptCommand, FollowsPricesReloadsAndGroupsInTheOpenViews) {
-  const auto answers = Answers(R"({"step":"config","key":"Default_AccountInfoColumn","value":"PL"}
-{"step":"config","key":"AcctInfo_PosCol","value":"Symbol,PL"}
-{"step":"open","class":"TIAccountInfo"}
+TEST_F(ScriptCommand, LetsTheViewsOfAGroupFollowAnAccountThatTheBookHasAfterAReload) {
+  const auto answers = Answers(R"({"step":"open","class":"TIAccountInfo"}
 {"step":"group","value":"left"}
 {"step":"account","value":"s1"}
-{"step":"grid"}
-{"step":"price","symbol":"ZZOB","value":3}
 {"step":"open","class":"TIAccountInfo"}
 {"step":"group","value":"left"}
 {"step":"caption"}
@@ -251,10 +227,10 @@ TEST_F(ScriptCommand, FollowsPricesReloadsAndGroupsInTheOpenViews) {
 {"step":"views"}
 )",
                                1);
-  EXPECT_EQ(answers.at(5).at("rows").size(), 2U);
-  EXPECT_EQ(answers.at(9).at("caption"), "Account Information - S1");
-  EXPECT_EQ(answers.at(11).at("error"), "the book has no account \"S9\"");
-  EXPECT_EQ(answers.at(13).at("views").size(), 1U);
+  EXPECT_EQ(answers.at(5).at("caption"), "Account Information - S1");
+  EXPECT_EQ(answers.at(6).at("ok"), true);
+  EXPECT_EQ(answers.at(7).at("error"), "the book has no account \"S9\"");
+  EXPECT_EQ(answers.at(9).at("views").size(), 1U);
 }
 
 TEST_F(ScriptCommand, KeepsNothingBehindUnlessFilesAreNamedForIt) {
@@ -276,6 +252,28 @@ TEST_F(ScriptCommand, KeepsNothingBehindUnlessFilesAreNamedForIt) {
   EXPECT_EQ(ParseLines(Run(command).FOut).at(0).at("views").at(0).at("caption"), "Account Information - M1");
   EXPECT_EQ(RunBare({"--config", InHome("c.db").string(), "config", "get", "K"}).FOut, "V\n");
   EXPECT_EQ(Run({"script", InHome("none").string()}).FCode, 2);
+}
+
+// In a process of its own, in which the first view is view 1.
+TEST_F(ScriptCommand, PrintsWhatTheDocumentShowsOfTheExample) {
+  const std::string source = MARGINDESK_SOURCE_DIR;
+  std::string steps, answers;
+  for (const std::string& line : SplitIntoLines(ReadWholeFile(source + "/docs/script.md"))) {
+    if (line.starts_with("> {")) steps += line.substr(2) + "\n";
+    if (line.starts_with("{\"ok\":")) answers += line + "\n";
+  }
+  std::string script;
+  for (const std::string& line : SplitIntoLines(ReadWholeFile(source + "/docs/example.script"))) {
+    if (line.starts_with('{')) script += line + "\n";
+  }
+  EXPECT_EQ(steps, script);
+
+  const std::string book = InHome("demo.db").string();
+  ASSERT_EQ(RunBare({"--book", book, "book", "import", source + "/resources/demo"}).FCode, 0);
+  const std::string command = "\"" MARGINDESK_PROGRAM "\" --book \"" + book + "\" script --strict \"" +
+                              source + "/docs/example.script\" >\"" + InHome("out").string() + "\"";
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  EXPECT_EQ(ReadWholeFile(InHome("out")), answers);
 }
 
 }  // namespace
