@@ -114,8 +114,8 @@ bool TPositionViewDataControl::IsDisplayPosition(const TCustomPositionData& posi
          });
 }
 
-// The side of the exchange link shows its positions alone; otherwise nothing that is held is left out but by the
-// filter.
+// The side of the exchange link shows its positions alone; otherwise nothing that is held is left out but by
+// the filter.
 bool TPositionViewDataControl::IsOnShownSide(const TCustomPositionData& position) const {
   if (IsChinaConnectSide(FSideCurrency)) {
     const TCustomSubItem* item = position.GetReferenceItem();
