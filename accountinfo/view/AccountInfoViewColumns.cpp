@@ -51,24 +51,22 @@ void TAccountInfoFrame::CheckReservedColumn(TColumnList& columns) { EnsureReserv
 void TAccountInfoFrame::GetCustomColumns(TColumnList& columns) { AppendCustomColumns(columns); }
 
 void TAccountInfoFrame::GetColumnList() {
-  const auto& config = TCustomConfigManager::GetInstance();
-  const auto read = [this, &config](std::string_view key) {
-    return ConvertConfigSetting(config.ReadString(config.GetUserSection(), key));
-  };
-  std::string keys = read("Default_AccountInfoColumn");
-  if (keys.empty()) keys = kDefaultAccountColumns;
-  FillColumnList(keys, false, FDefaultColumnList);
-  GetCustomColumns(FDefaultColumnList);
-  const auto fillIfConfigured = [this, &read](std::string_view key, TColumnList& columns) {
-    const std::string configured = read(key);
+  // A value that is set, though to nothing, is not the same as none: its list holds what every list holds.
+  const auto fill = [this](std::string_view key, bool positions, TColumnList& columns) {
+    const auto& config = TCustomConfigManager::GetInstance();
+    const std::string configured = config.ReadString(config.GetUserSection(), key);
     if (configured.empty()) return;
-    FillColumnList(configured, false, columns);
-    GetCustomColumns(columns);
+    FillColumnList(ConvertConfigSetting(configured), positions, columns);
+    if (!positions) GetCustomColumns(columns);
   };
-  fillIfConfigured("Stock_AccountInfoColumn", FStockColumnList);
-  fillIfConfigured("Futures_AccountInfoColumn", FFuturesColumnList);
-  keys = read("AcctInfo_PosCol");
-  if (!keys.empty()) FillColumnList(keys, true, FPositonColumnList);
+  fill("Default_AccountInfoColumn", false, FDefaultColumnList);
+  if (FDefaultColumnList.empty()) {
+    FillColumnList(kDefaultAccountColumns, false, FDefaultColumnList);
+    GetCustomColumns(FDefaultColumnList);
+  }
+  fill("Stock_AccountInfoColumn", false, FStockColumnList);
+  fill("Futures_AccountInfoColumn", false, FFuturesColumnList);
+  fill("AcctInfo_PosCol", true, FPositonColumnList);
   if (FPositonColumnList.empty()) liPosition->SetVisible(false);
 }
 
