@@ -1,5 +1,6 @@
 // The column lists of a view, its custom-column dialog, and the cells of tree and grid.
 #include <algorithm>
+#include <set>
 
 #include "accountinfo/view/AccountInfoView.h"
 #include "accountinfo/view/AcctPositionViewDataControl.h"
@@ -142,7 +143,9 @@ void TAccountInfoFrame::InitializeHead() {
 
 void TAccountInfoFrame::UpdatePositionGridHeader() {
   const TControlUpdate update(*PositionGridView);
+  std::set<std::int32_t> captioned;  // a field may have several columns; its first description counts
   for (const auto& info : FPositonColumnList) {
+    if (!captioned.insert(info->FId).second) continue;
     std::string caption = GetResourceHeader(info->FResourceKey);
     if (std::ranges::find(kBaseCurrencyFields, info->FId) != std::end(kBaseCurrencyFields)) {
       const TCode base = TCustomCurrencyAdapter::GetInstance().GetBaseCurrency();
