@@ -1,6 +1,7 @@
 #include "controls/GridTableView.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <utility>
 
@@ -10,11 +11,15 @@ namespace margindesk {
 
 namespace {
 
-// Numbers by value and before texts, texts byte by byte; a cell without a value comes first.
+// Numbers by value and before texts, texts byte by byte; a cell without a value, or with what is no number,
+// comes first.
 int Compare(const TVariant& a, const TVariant& b) {
-  const auto rank = [](const TVariant& value) { return value.IsNumber() ? 1 : value.IsText() ? 2 : 0; };
+  const auto rank = [](const TVariant& value) {
+    if (value.IsNumber()) return std::isnan(value.AsFloat()) ? 0 : 1;
+    return value.IsText() ? 2 : 0;
+  };
   if (rank(a) != rank(b)) return rank(a) - rank(b);
-  if (a.IsNumber()) {
+  if (rank(a) == 1) {
     const double left = a.AsFloat();
     const double right = b.AsFloat();
     return left < right ? -1 : left > right ? 1 : 0;
@@ -43,6 +48,7 @@ TBaseDataControl* TGridTableView::GetDataControl() const noexcept {
 void TGridTableView::DataChanged(TBaseDataControl* sender) {
   if (sender == nullptr) FDataSource = nullptr;
   InvalidateOrder();
+  FollowSelection();
   FollowFocus();
 }
 
@@ -57,9 +63,16 @@ void TGridTableView::FollowFocus() {
   const std::int32_t record = keys != nullptr            ? keys->FindRow(FFocusedKey)
                               : IsRecord(FFocusedRecord) ? FFocusedRecord
                                                          : -1;
-  if (record == FFocusedRecord) return;
-  FSelection.clear();  // the others have moved, too
-  ChangeFocus(record);
+  if (record != FFocusedRecord) ChangeFocus(record);
+}
+
+void TGridTableView::FollowSelection() {
+  const auto* keys = dynamic_cast<const TRowKeys*>(GetDataControl());
+  std::vector<std::int32_t> selection = FSelection;
+  for (std::size_t i = 0; i < selection.size(); ++i) {
+    if (keys != nullptr) selection[i] = keys->FindRow(FSelectedKeys[i]);
+  }
+  SetSelection(std::move(selection));
 }
 
 void TGridTableView::ChangeFocus(std::int32_t record) {
@@ -87,8 +100,10 @@ void TGridTableView::SetColumnCaption(std::int32_t tag, std::string caption) {
 }
 
 void TGridTableView::SetSorting(std::int32_t tag, TSortOrder order) {
+  const TGridColumn* const chosen = FindColumn(tag);
+  if (chosen == nullptr || !chosen->FAllowSorting) return;
   for (TGridColumn& column : FColumns) {
-    const bool sorted = column.FTag == tag && column.FAllowSorting && order != TSortOrder::None;
+    const bool sorted = column.FTag == tag && order != TSortOrder::None;
     column.FSortOrder = sorted ? order : TSortOrder::None;
     column.FSortIndex = sorted ? 0 : -1;
   }
@@ -105,6 +120,7 @@ void TGridTableView::SetRecordCount(std::int32_t count) {
   if (FDataSource != nullptr || count < 0 || count == GetRecordCount()) return;
   FRecords.resize(static_cast<std::size_t>(count));
   InvalidateOrder();
+  FollowSelection();
   if (!IsRecord(FFocusedRecord)) ChangeFocus(-1);
 }
 
@@ -112,6 +128,10 @@ void TGridTableView::DeleteRecord(std::int32_t record) {
   if (FDataSource != nullptr || !IsRecord(record)) return;
   FRecords.erase(FRecords.begin() + record);
   InvalidateOrder();
+  std::vector<std::int32_t> selection = FSelection;
+  std::erase(selection, record);
+  for (std::int32_t& selected : selection) selected -= selected > record ? 1 : 0;
+  SetSelection(std::move(selection));
   if (record == FFocusedRecord) {
     ChangeFocus(-1);
   } else if (record < FFocusedRecord) {
@@ -199,6 +219,10 @@ void TGridTableView::SetFocusedRecordIndex(std::int32_t record) {
 void TGridTableView::SetSelection(std::vector<std::int32_t> records) {
   std::erase_if(records, [this](std::int32_t record) { return !IsRecord(record); });
   if (!FMultiSelect && records.size() > 1) records.erase(records.begin() + 1, records.end());
+  FSelectedKeys.clear();
+  if (const auto* keys = dynamic_cast<const TRowKeys*>(GetDataControl())) {
+    for (const std::int32_t record : records) FSelectedKeys.push_back(keys->GetRowKey(record));
+  }
   Assign(FSelection, std::move(records));
 }
 

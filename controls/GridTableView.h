@@ -42,8 +42,9 @@ struct TGridColumn {
 // A grid of records. With a data source the records are the rows of its data control; without one the grid
 // keeps the values itself. A burst of data changes costs one sorting, when somebody next asks for the order.
 //
-// The focused record follows its row where the data control names its rows (TRowKeys): when the row goes, no
-// record is focused, so that an action never slides onto the row that took its place.
+// The focused record and the selected ones follow their rows where the data control names its rows
+// (TRowKeys): when the row goes, no record is focused, so that an action never slides onto the row that took
+// its place.
 class TGridTableView : public TControl {
  public:
   using TControl::TControl;
@@ -58,7 +59,7 @@ class TGridTableView : public TControl {
   void SetColumns(std::vector<TGridColumn> columns);  // without a source, cells keep their column by its tag
   const TGridColumn* FindColumn(std::int32_t tag) const noexcept;  // null when there is none
   void SetColumnCaption(std::int32_t tag, std::string caption);    // of every column with the tag
-  void SetSorting(std::int32_t tag, TSortOrder order);             // by this column alone
+  void SetSorting(std::int32_t tag, TSortOrder order);  // by this column alone; nothing where it may not be
 
   // --- records
 
@@ -94,6 +95,7 @@ class TGridTableView : public TControl {
  private:
   void DataChanged(TBaseDataControl* sender);
   void FollowFocus();
+  void FollowSelection();
   void ChangeFocus(std::int32_t record);
   TBaseDataControl* GetDataControl() const noexcept;  // null without a source
   bool IsRecord(std::int32_t record) const { return record >= 0 && record < GetRecordCount(); }
@@ -114,6 +116,7 @@ class TGridTableView : public TControl {
   std::string FFocusedKey;
   bool FMultiSelect = false;
   std::vector<std::int32_t> FSelection;
+  std::vector<std::string> FSelectedKeys;  // of FSelection, where rows are named
   TEvent<> FOnCellDblClick;
   TEvent<> FOnChange;
   TEvent<const TGridColumn&, bool&> FOnEditing;

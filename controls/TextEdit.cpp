@@ -43,7 +43,13 @@ std::int32_t CountCharacters(const std::string& text) {
 
 }  // namespace
 
-void TTextEdit::SetText(std::string text) { ChangeValue(FUpperCase ? UpperCaseText(text) : std::move(text)); }
+void TTextEdit::SetText(std::string text) {
+  if (FUpperCase) text = UpperCaseText(text);
+  const std::int32_t count = CountCharacters(text);
+  FSelectionStart = std::min(FSelectionStart, count);
+  FSelectionLength = std::min(FSelectionLength, count - FSelectionStart);
+  ChangeValue(std::move(text));
+}
 
 void TTextEdit::SetSelectionStart(std::int32_t start) {
   Assign(FSelectionStart, std::clamp(start, 0, CountCharacters(GetText())));

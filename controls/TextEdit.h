@@ -28,7 +28,7 @@ class TTextEdit : public TValueControl<std::string> {
   const std::string& GetTextHint() const noexcept { return FTextHint; }
   void SetTextHint(std::string hint) { Assign(FTextHint, std::move(hint)); }
 
-  // In characters from the start of the text.
+  // In characters from the start of the text; a shorter text cuts the selection.
   std::int32_t GetSelectionStart() const noexcept { return FSelectionStart; }
   std::int32_t GetSelectionLength() const noexcept { return FSelectionLength; }
   void SetSelectionStart(std::int32_t start);  // and selects nothing
