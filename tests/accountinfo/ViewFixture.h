@@ -15,8 +15,7 @@
 
 namespace margindesk {
 
-class TOpenFrame : public TAccountInfoFrame {
- public:
+struct TOpenFrame : TAccountInfoFrame {
   using TAccountInfoFrame::FCaptionButtonList;
   using TAccountInfoFrame::FCurrentColumnType;
   using TAccountInfoFrame::FDefaultColumnList;
@@ -26,16 +25,8 @@ class TOpenFrame : public TAccountInfoFrame {
   using TAccountInfoFrame::FStockColumnList;
   using TAccountInfoFrame::TAccountInfoFrame;
 
-  std::string Caption() {
-    std::string caption;
-    GetViewCaption(caption);
-    return caption;
-  }
-  std::string Layout() {
-    std::string layout;
-    GetLayoutData(layout);
-    return layout;
-  }
+  std::string Caption() { return GetViewCaption(FText) ? FText : ""; }
+  std::string Layout() { return GetLayoutData(FText) ? FText : ""; }
   std::string Filter() const { return FMyDataControl->GetFilterCurrency().Text(); }
   // A person types an account and leaves the box.
   void Type(std::string_view account) {
@@ -43,17 +34,16 @@ class TOpenFrame : public TAccountInfoFrame {
     edtAccount->Exit();
   }
   // The first row of the tree for a field; null when it is not shown.
-  const TVirtualTreeNode* Row(std::int32_t field) {
-    for (const TVirtualTreeNode* node : AccountInfoTree->GetNodes()) {
-      if (GetNodeAttribute(node) == field) return node;
-    }
+  const TVirtualTreeNode* Row(std::string_view key) {
+    for (const TVirtualTreeNode* node : AccountInfoTree->GetNodes())
+      if (GetNodeAttribute(node) == FindCatalogueRow(key)->FId) return node;
     return nullptr;
   }
-  const TVirtualTreeNode* Row(std::string_view key) { return Row(FindCatalogueRow(key)->FId); }
+
+  std::string FText;
 };
 
-// Account information views over the book of AccountTree with the stock accounts A1 and A2, and what they
-// asked of the host.
+// Views over the book of AccountTree with the stock accounts A1 and A2, and what they asked of the host.
 class AccountView : public AccountTree {
  protected:
   AccountView() {
@@ -81,8 +71,7 @@ class AccountView : public AccountTree {
     return *FFrames.back();
   }
 
-  // What was asked since the last call: "1024" and "1026" of a view, "info 1:A1" (mode and account), "view
-  // 602:A1", "channel 10:A1".
+  // What was asked since the last call: "1024", "info 1:A1" (mode, account), "view 602:A1", "channel 10:A1".
   std::string Asked() {
     std::string text;
     for (const TJournalEntry& entry : FJournal.Take()) {
@@ -101,9 +90,8 @@ class AccountView : public AccountTree {
   // The keys of a column list; a hidden column in brackets.
   static std::string Keys(const TColumnList& columns) {
     std::string text;
-    for (const auto& column : columns) {
+    for (const auto& column : columns)
       text += (text.empty() ? "" : " ") + (column->FVisible ? column->FKey : "[" + column->FKey + "]");
-    }
     return text;
   }
 
