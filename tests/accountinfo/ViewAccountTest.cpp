@@ -117,6 +117,8 @@ TEST_F(AccountView, AggregatesAMasterAccountFromItsMenuAndSaysSoInTheCaption) {
   frame.AggregateMenu->Click();
   EXPECT_EQ(frame.Caption(), "Account Information - M");
   EXPECT_EQ(frame.AggregateMenu->GetCaption(), Text("Res_AggregateSubAccount"));
+  SetConfig("PVAllowAggregatedSubAcct", "N");
+  EXPECT_FALSE(Open("M").AggregateMenu->GetVisible());
 }
 
 TEST_F(AccountView, GivesAClientTheDefaultAccountAndABoxOnlyWhereThereIsAChoice) {
