@@ -2,6 +2,7 @@
 
 #include "host/framework/HostFunctions.h"
 #include "model/contract/AccountAdapter.h"
+#include "model/contract/ClassRegistry.h"
 #include "model/contract/ConfigManager.h"
 #include "model/contract/CurrencyAdapter.h"
 #include "model/contract/EditorManager.h"
@@ -21,6 +22,7 @@
 
 namespace margindesk {
 
+template class TService<TClassRegistry>;
 template class TService<TCustomAccountAdapter>;
 template class TService<TCustomConfigManager>;
 template class TService<TCustomCurrencyAdapter>;
