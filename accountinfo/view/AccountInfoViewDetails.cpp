@@ -226,10 +226,11 @@ void TAccountInfoFrame::ProcessPic(void* /*sender*/, const std::string& fileName
   }
   FCompanyBanerCheckLink = TBannerState::Fetched;
   if (!fileName.empty()) {
-    FPic->LoadFromFile(fileName);
-    imgCom->SetPicture(FPic->GetBitmap());
+    const bool loaded = FPic->LoadFromFile(fileName);
     std::error_code ignored;
     std::filesystem::remove(fileName, ignored);
+    if (!loaded) return;  // no picture: the image stays as it was
+    imgCom->SetPicture(FPic->GetBitmap());
   }
   UpdateImgSize();
 }
