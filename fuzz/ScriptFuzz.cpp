@@ -7,7 +7,7 @@
 
 #include "fuzz/FuzzHost.h"
 #include "model/contract/ConfigManager.h"
-#include "terminal/cli/PackageLink.h"
+#include "plugin/AccountInfoInterface.h"
 #include "terminal/cli/Script.h"
 
 using namespace margindesk;
@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   config.WriteString(config.GetUserSection(), "AcctInfo_PosCol", "Symbol,Qty,PL", false);
   config.WriteString(config.GetUserSection(), "PVAllowAggregatedSubAcct", "Y", false);
   {
-    const TPackageViews package(host.Views());
+    TIAccountInfo plugin(nullptr);
+    host.Views().AddClass("TIAccountInfo", plugin);
     std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));
     std::ostringstream out;
     TScriptSession session(host, clock, [&host] { host.Data().Replace(MakeFuzzContents()); });
@@ -31,6 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(answers.empty() || (answers.starts_with("{\"ok\":") && answers.ends_with("}\n")),
             "an answer is no line of JSON");
     host.CloseViews();
+    host.Views().RemoveClass("TIAccountInfo");
   }
   Require(host.CountRegistrations() == 0, "a closed view is still registered");
   return 0;

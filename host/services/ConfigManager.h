@@ -42,6 +42,12 @@ class TConfigManager : public TCustomConfigManager {
   // called when the value changed, or when an earlier change has not been announced yet.
   void Store(std::string_view section, std::string_view key, std::string_view value, bool notify);
 
+  // Puts a value in the place of the stored one for as long as this object lives: nothing is written, and
+  // nobody is told.
+  void Override(std::string_view section, std::string_view key, std::string_view value) {
+    Keep(section, key, value);
+  }
+
   const THandlerList& Handlers() const noexcept { return FHandlers; }
 
  private:

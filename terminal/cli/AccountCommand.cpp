@@ -4,14 +4,13 @@
 
 #include "host/book/BookError.h"
 #include "model/ResourceText.h"
-#include "model/contract/ConfigManager.h"
 #include "model/contract/CurrencyAdapter.h"
 #include "terminal/cli/AccountColumns.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/AccountOutput.h"
 #include "terminal/cli/AccountTree.h"
 #include "terminal/cli/CliError.h"
-#include "terminal/cli/PackageLink.h"
+#include "terminal/cli/OpenedView.h"
 #include "terminal/cli/Session.h"
 
 namespace margindesk {
@@ -43,11 +42,9 @@ void TAccountCommand::AddOptions(CLI::App& app) {
   FFormat.AddTo(app);
 }
 
-bool TAccountCommand::IsThreeLevels() const {
-  if (!FLayout.empty()) return FLayout == "3";
-  const auto& config = TCustomConfigManager::GetInstance();
-  const std::string configured = config.ReadString(config.GetUserSection(), "AcctInfoShow3LvInfo");
-  return !configured.starts_with('N') && !configured.starts_with('n');
+std::optional<bool> TAccountCommand::IsThreeLevels() const {
+  if (FLayout.empty()) return std::nullopt;
+  return FLayout == "3";
 }
 
 std::vector<std::string> TAccountCommand::GetFlags(const TCustomAccount& account) const {
@@ -79,13 +76,14 @@ int TAccountCommand::Run(TSession& session, std::ostream& out) {
   view.FAggregated = FAggregate;
   const TColumnList columns = FColumns ? MakeNamedColumns(*FColumns) : MakeConfiguredColumns(account);
 
-  const auto control = CreateAccountTreeControl(IsThreeLevels());
-  control->SetColumnList(columns);
-  control->SetCurrency(view.FConvert);
-  control->SetFilterCurr(view.FFilter);
-  control->SetAccount(view.FAccount);
-  if (FAggregate) control->SetAggregate();
-  view.FRows = ReadAccountTree(*control, columns);
+  const TOpenedView opened(session, IsThreeLevels());
+  TCustomAccountInfoDataControl& control = opened.Control();
+  control.SetColumnList(columns);
+  control.SetCurrency(view.FConvert);
+  control.SetFilterCurr(view.FFilter);
+  control.SetAccount(view.FAccount);
+  if (FAggregate) control.SetAggregate();
+  view.FRows = ReadAccountTree(control, columns);
 
   switch (FFormat.Get()) {
     case TOutputFormat::kText:

@@ -19,7 +19,7 @@ class TAccountCommand : public TCommand {
   int Run(TSession& session, std::ostream& out) override;
 
  private:
-  bool IsThreeLevels() const;
+  std::optional<bool> IsThreeLevels() const;
   std::vector<std::string> GetFlags(const TCustomAccount& account) const;
 
   std::string FAccount;

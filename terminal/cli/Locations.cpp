@@ -59,6 +59,20 @@ fs::path GetResourceDirectory(const TEnvironment& environment) {
   throw TCliError("the language files are not found; name their directory in MARGINDESK_RESOURCES");
 }
 
+fs::path GetPackageFile(const TEnvironment& environment) {
+  if (const auto named = environment("MARGINDESK_PACKAGE"); named && !named->empty()) return *named;
+  std::error_code error;
+  const fs::path program = fs::read_symlink("/proc/self/exe", error).parent_path();
+  const fs::path places[] = {
+      program / "../lib/margindesk/accountviews.so",  // installed
+      program / "../../plugin/accountviews.so",       // of a program in a build
+  };
+  for (const fs::path& place : places) {
+    if (fs::is_regular_file(place, error)) return place.lexically_normal();
+  }
+  throw TCliError("the package accountviews.so is not found; name its file in MARGINDESK_PACKAGE");
+}
+
 void MakePrivateDirectory(const fs::path& directory) {
   std::error_code error;
   if (fs::is_directory(directory, error)) return;

@@ -17,6 +17,10 @@ std::filesystem::path GetDefaultConfigFile(const TEnvironment& environment);
 // when there is none.
 std::filesystem::path GetResourceDirectory(const TEnvironment& environment);
 
+// The package to load: $MARGINDESK_PACKAGE where that is set, else beside the program where it was installed
+// or built. Throws TCliError when there is none; a file that is named need not be there.
+std::filesystem::path GetPackageFile(const TEnvironment& environment);
+
 // Makes a directory and those above it where they are missing, for the user alone. Throws TCliError.
 void MakePrivateDirectory(const std::filesystem::path& directory);
 

@@ -7,8 +7,8 @@
 
 #include "host/services/Formatter.h"
 #include "host/services/HostData.h"
-#include "model/contract/AccountDataControl.h"
 #include "model/contract/BasePositionData.h"
+#include "model/contract/Positiondatacontrol.h"
 #include "model/contract/Variant.h"
 
 namespace margindesk {
@@ -18,7 +18,7 @@ struct TPositionSource {
   const TCustomPositionData& FPosition;
   std::string_view FKey;
   const THostData& FData;
-  TCustomAccountInfoDataControl& FControl;  // values what is priced
+  TCustomPositionDataControl& FControl;  // values what is priced
 };
 
 // One column of a list of positions.

@@ -5,11 +5,11 @@
 #include <CLI/CLI.hpp>
 
 #include "model/contract/PositionAdapter.h"
+#include "model/contract/Positionviewdatacontrol.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/CliError.h"
 #include "terminal/cli/CsvOutput.h"
 #include "terminal/cli/Json.h"
-#include "terminal/cli/PackageLink.h"
 #include "terminal/cli/PositionColumns.h"
 #include "terminal/cli/Session.h"
 #include "terminal/cli/TextTable.h"
@@ -22,12 +22,12 @@ namespace {
 using TPositionRows = std::vector<std::vector<TVariant>>;
 
 TPositionRows ReadPositions(const THostData& data, TCode account) {
-  const auto control = CreateAccountTreeControl(true);
+  TPositionViewDataControl control(nullptr);
   TPositionMap positions;
   TCustomPositionAdapter::GetInstance().GetPositionList(account, positions);
   TPositionRows rows;
   for (std::size_t i = 0; i < positions.GetCount(); ++i) {
-    const TPositionSource source{*positions.GetPositions()[i], positions.GetKeys()[i], data, *control};
+    const TPositionSource source{*positions.GetPositions()[i], positions.GetKeys()[i], data, control};
     auto& row = rows.emplace_back();
     for (const TPositionColumn& column : GetPositionColumns()) row.push_back(column.FRead(source));
   }

@@ -12,7 +12,6 @@
 #include "host/book/BookError.h"
 #include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
-#include "terminal/cli/PackageLink.h"
 #include "terminal/cli/Script.h"
 #include "terminal/cli/Session.h"
 
@@ -74,7 +73,8 @@ bool TScriptCommand::RunSteps(TSession& session, std::istream& in, std::ostream&
   options.FWorkspaceFolder = temporary ? temporary->Path() : fs::path(*FWorkspaces);
   options.FClock = [&clock] { return clock.Now(); };
   TReferenceHost host(session.Book(), options);
-  const TPackageViews package(host.Views());
+  TPackages packages(host);
+  LoadPackage(packages, session.Terminal().FEnvironment);
   TScriptSession script(host, clock, [&] { host.Reload(session.Book()); });
   const bool fine = RunScript(script, in, out, FStrict);
   outputError = out ? 0 : errno;

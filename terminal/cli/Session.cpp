@@ -51,4 +51,17 @@ TReferenceHost& TSession::Host() {
   return *FHost;
 }
 
+TPackages& TSession::Packages() {
+  if (FPackages) return *FPackages;
+  auto packages = std::make_unique<TPackages>(Host());
+  LoadPackage(*packages, FTerminal.FEnvironment);
+  FPackages = std::move(packages);
+  return *FPackages;
+}
+
+void LoadPackage(TPackages& packages, const TEnvironment& environment) {
+  const std::string refusal = packages.Load(GetPackageFile(environment));
+  if (!refusal.empty()) throw TCliError(refusal);
+}
+
 }  // namespace margindesk

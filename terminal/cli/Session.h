@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "host/book/Book.h"
+#include "host/loader/Packages.h"
 #include "host/services/ReferenceHost.h"
 #include "terminal/cli/Terminal.h"
 
@@ -18,8 +19,11 @@ struct TSessionOptions {
   std::int32_t FLanguage = kLanguageEnglish;
 };
 
-// What one run of the program works on: the book, the configuration, and the host over both, each opened when
-// a command first asks for it.
+// Loads the package into a host's packages. Throws TCliError when it is not found or refused.
+void LoadPackage(TPackages& packages, const TEnvironment& environment);
+
+// What one run of the program works on: the book, the configuration, the host over both and its packages,
+// each opened when a command first asks for it.
 class TSession {
  public:
   TSession(TTerminal& terminal, TSessionOptions options);
@@ -44,6 +48,9 @@ class TSession {
   // there is an empty one. Throws what the host throws.
   TReferenceHost& Host();
 
+  // The packages of the host. Throws TCliError when they cannot be loaded.
+  TPackages& Packages();
+
  private:
   void MakeDemoBook(const std::filesystem::path& file);
 
@@ -51,6 +58,7 @@ class TSession {
   const TSessionOptions FOptions;
   std::optional<TBook> FBook;
   std::unique_ptr<TReferenceHost> FHost;
+  std::unique_ptr<TPackages> FPackages;
 };
 
 }  // namespace margindesk

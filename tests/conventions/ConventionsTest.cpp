@@ -100,7 +100,6 @@ TEST(Includes, AreAllowedWhereTheTableAllowsThem) {
       {"accountinfo/Figures.h", "#include \"model/Code.h\"\n"},
       {"host/book/Book.h", "#include <sqlite3.h>\n#include <sys/stat.h>\n#include \"model/Code.h\"\n"},
       {"terminal/cli/A.cpp", "#include <CLI/CLI.hpp>\n#include \"host/book/Book.h\"\n"},
-      {"terminal/cli/PackageLink.cpp", "#include \"accountinfo/Figures.h\"\n"},
       {"terminal/desktop/A.cpp", "#include <QWidget>\n"},
       {"tests/A.cpp",
        "#include <gtest/gtest.h>\n#include \"accountinfo/Figures.h\"\n#include \"host/book/Book.h\"\n"},
@@ -115,11 +114,6 @@ TEST(Includes, AreRefusedWhenNobodyKnowsWhatTheyReach) {
   ExpectOne(CheckIncludes({{"tests/A.cpp", "#include <boost/any.hpp>\n"}}), "tests/A.cpp", 1, "is unknown");
   ExpectOne(CheckIncludes({{"host/A.cpp", "#include HEADER\n"}}), "host/A.cpp", 1, "names no header");
   ExpectOne(CheckIncludes({{"elsewhere/A.cpp", ""}}), "elsewhere/A.cpp", 1, "its folder is in no row");
-}
-
-TEST(Includes, LoseAnExceptionThatNobodyNeedsAnyMore) {
-  ExpectOne(CheckIncludes({{"terminal/cli/PackageLink.cpp", "#include <string>\n"}}),
-            "terminal/cli/PackageLink.cpp", 1, "needs no exception any more");
 }
 
 TEST(ResourceKeys, OfTheWholeTreeHaveATextInEveryLanguage) {

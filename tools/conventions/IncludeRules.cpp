@@ -57,18 +57,6 @@ constexpr std::array kFolders{
     TFolderRule{"tools/", kTests, kForTests},
 };
 
-// A file that may include more than its folder, and why.
-struct TException {
-  std::string_view FFile;
-  unsigned FMayInclude;
-  std::string_view FReason;
-};
-
-constexpr std::array kExceptions{
-    TException{"terminal/cli/PackageLink.cpp", kPackage,
-               "the command line links the package's core until it is loaded as a plug-in"},
-};
-
 struct TForeignHeader {
   std::string_view FBegin;
   EReach FIs;
@@ -132,24 +120,16 @@ class TIncludeCheck {
       ++lineNumber;
       const auto operand = IncludeOperand(line);
       if (!operand) continue;
-      const std::string reason = Judge(source.FPath, *folder, *operand);
+      const std::string reason = Judge(*folder, *operand);
       if (!reason.empty()) FFindings.push_back({source.FPath, lineNumber, reason});
     }
   }
 
-  std::vector<TFinding> Finish() {
-    for (const TException& exception : kExceptions) {
-      if (FPaths.contains(exception.FFile) && !FUsedExceptions.contains(exception.FFile)) {
-        FFindings.push_back({std::string(exception.FFile), 1,
-                             "needs no exception any more (" + std::string(exception.FReason) + ")"});
-      }
-    }
-    return std::move(FFindings);
-  }
+  std::vector<TFinding> Finish() { return std::move(FFindings); }
 
  private:
   // The reason against an include, or an empty text.
-  std::string Judge(const std::string& path, const TFolderRule& folder, std::string_view operand) {
+  std::string Judge(const TFolderRule& folder, std::string_view operand) {
     const char open = operand.empty() ? ' ' : operand.front();
     const std::size_t end = operand.find(open == '<' ? '>' : '"', 1);
     if ((open != '<' && open != '"') || end == std::string_view::npos) {
@@ -170,17 +150,10 @@ class TIncludeCheck {
       reach = target->FIs;
     }
     if ((folder.FMayInclude & *reach) != 0) return {};
-    for (const TException& exception : kExceptions) {
-      if (exception.FFile == path && (exception.FMayInclude & *reach) != 0) {
-        FUsedExceptions.insert(exception.FFile);
-        return {};
-      }
-    }
     return std::string(folder.FFolder) + " may not include " + shown;
   }
 
   std::set<std::string, std::less<>> FPaths;
-  std::set<std::string_view> FUsedExceptions;
   std::vector<TFinding> FFindings;
 };
 
