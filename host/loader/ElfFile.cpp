@@ -39,11 +39,15 @@ std::string FindLibraryFault(const std::filesystem::path& file) {
     return "it is no library for this machine";
   }
   constexpr const char* kCutShort = "it is cut short";
+  const auto isInside = [size](std::uint64_t offset, std::uint64_t length) {
+    return offset <= size && length <= size - offset;
+  };
+  // The table of sections is the last part of a library.
+  if (!isInside(header.e_shoff, std::uint64_t{header.e_shnum} * header.e_shentsize)) return kCutShort;
   std::vector<Elf64_Phdr> segments(header.e_phnum);
   if (!ReadAt(in, header.e_phoff, segments.data(), segments.size())) return kCutShort;
   for (const Elf64_Phdr& segment : segments) {
-    const bool inside = segment.p_offset <= size && segment.p_filesz <= size - segment.p_offset;
-    if (segment.p_type == PT_LOAD && !inside) return kCutShort;
+    if (segment.p_type == PT_LOAD && !isInside(segment.p_offset, segment.p_filesz)) return kCutShort;
   }
   return {};
 }
