@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <system_error>
 
 #include "host/services/ReferenceHost.h"
 
@@ -21,6 +22,12 @@ TPackages::TPackages(TReferenceHost& host) : FHost(host), FScope(FClasses) {}
 TPackages::~TPackages() { UnloadAll(); }
 
 std::string TPackages::Load(const std::filesystem::path& file) {
+  std::error_code error;
+  for (const auto& loaded : FPackages) {
+    if (std::filesystem::equivalent(loaded->GetFile(), file, error)) {
+      return file.string().append(": it is loaded already");
+    }
+  }
   auto package = std::make_unique<TPackage>(file);
   const std::size_t firstClass = FClasses.GetClasses().size();
   const std::size_t firstPlugin = FPlugins.size();

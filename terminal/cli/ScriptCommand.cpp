@@ -75,7 +75,8 @@ bool TScriptCommand::RunSteps(TSession& session, std::istream& in, std::ostream&
   TReferenceHost host(session.Book(), options);
   TPackages packages(host);
   LoadPackage(packages, session.Terminal().FEnvironment);
-  TScriptSession script(host, clock, [&] { host.Reload(session.Book()); });
+  TScriptSession script(
+      host, clock, [&] { host.Reload(session.Book()); }, &packages);
   const bool fine = RunScript(script, in, out, FStrict);
   outputError = out ? 0 : errno;
   script.TakeMessages();  // they were the steps' own

@@ -105,6 +105,30 @@ TJson Answer(TScriptSession& session, const TScriptArguments& step) {
   return TJson::object();
 }
 
+TJson MakePackagesJson(const TPackages& packages) {
+  TJson list = TJson::array();
+  for (const auto& package : packages.GetPackages()) {
+    list.push_back({{"name", package->GetName()}, {"units", package->GetUnits()}});
+  }
+  return {{"packages", std::move(list)}};
+}
+
+TJson Load(TScriptSession& session, const TScriptArguments& step) {
+  TPackages& packages = session.Packages();
+  const std::string refusal = packages.Load(step.Text("file"));
+  if (!refusal.empty()) throw TScriptError(refusal);
+  return MakePackagesJson(packages);
+}
+
+TJson Unload(TScriptSession& session, const TScriptArguments& /*step*/) {
+  session.Packages().UnloadAll();
+  return TJson::object();
+}
+
+TJson Packages(TScriptSession& session, const TScriptArguments& /*step*/) {
+  return MakePackagesJson(session.Packages());
+}
+
 TJson Journal(TScriptSession& session, const TScriptArguments& /*step*/) {
   return {{"requests", MakeJournalJson(session.Journal().Take())},
           {"subscriptions", MakeSubscriptionsJson(session.Host().GetSubscriptions())}};
@@ -119,6 +143,9 @@ std::vector<TScriptStep> MakeHostSteps() {
           {"config", {{"section", TScriptKind::kText, false}, {"key"}, value}, &Config},
           {"price", {{"symbol"}, {"value", TScriptKind::kNumber}}, &Price},
           {"reload", {{"account", TScriptKind::kText, false}}, &Reload},
+          {"packages", {}, &Packages},
+          {"load", {{"file"}}, &Load},
+          {"unload", {}, &Unload},
           {"answer",
            {{"to"},
             {"value", TScriptKind::kText, false},

@@ -13,8 +13,9 @@ constexpr int kMostTurns = 10'000;  // of the loop after one step
 
 }  // namespace
 
-TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload)
-    : FHost(host), FClock(clock), FReload(std::move(reload)), FJournal(host) {
+TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
+                               TPackages* packages)
+    : FHost(host), FClock(clock), FReload(std::move(reload)), FPackages(packages), FJournal(host) {
   FHost.MessageBox().SetSink([this](std::string_view text) { FMessages.emplace_back(text); });
   FHost.MessageBox().SetPolicy([this](std::string_view /*question*/) { return TakeAnswer(FConfirmations); });
   FHost.Channels().SetResponder(kMessageBatchConfirmation, [this](void* record) {
@@ -28,6 +29,11 @@ TScriptSession::~TScriptSession() {
   FHost.ColumnDialog().ClearAnswer();
   FHost.MessageBox().SetPolicy([](std::string_view) { return false; });
   FHost.MessageBox().SetSink([](std::string_view) {});
+}
+
+TPackages& TScriptSession::Packages() {
+  if (FPackages == nullptr) throw TScriptError("no package can be loaded here");
+  return *FPackages;
 }
 
 bool TScriptSession::TakeAnswer(std::deque<bool>& answers) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "host/loader/Packages.h"
 #include "host/services/HostJournal.h"
 #include "host/services/ReferenceHost.h"
 #include "terminal/cli/ScriptArguments.h"
@@ -27,8 +28,10 @@ class TScriptClock {
 // object's; nobody else may have opened a view.
 class TScriptSession {
  public:
-  // All must outlive it. The host goes by the clock. reload: reads the book into the host again.
-  TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload);
+  // All must outlive it. The host goes by the clock. reload: reads the book into the host again. packages:
+  // what the steps that load and unload work on; null where there are none.
+  TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
+                 TPackages* packages = nullptr);
   ~TScriptSession();
   TScriptSession(const TScriptSession&) = delete;
   TScriptSession& operator=(const TScriptSession&) = delete;
@@ -36,6 +39,7 @@ class TScriptSession {
   TReferenceHost& Host() noexcept { return FHost; }
   THostJournal& Journal() noexcept { return FJournal; }
   void Reload() { FReload(); }
+  TPackages& Packages();  // throws TScriptError when there are none
 
   // The view that a step means: the one it names, else the last opened of those that are open. Throws
   // TScriptError when there is none.
@@ -64,6 +68,7 @@ class TScriptSession {
   TReferenceHost& FHost;
   TScriptClock& FClock;
   const std::function<void()> FReload;
+  TPackages* const FPackages;
   THostJournal FJournal;
   std::vector<std::string> FMessages;
   std::deque<bool> FConfirmations;

@@ -76,6 +76,7 @@ TEST(Packages, OfTheAccountViewsComeAndGoWithoutATrace) {
   for (int round = 0; round < 2; ++round) {
     ASSERT_EQ(packages.Load(ACCOUNTVIEWS), "");
     EXPECT_TRUE(IsMapped(ACCOUNTVIEWS));
+    EXPECT_THAT(packages.Load(ACCOUNTVIEWS), EndsWith(": it is loaded already"));
     EXPECT_EQ(packages.GetPackages().at(0)->GetUnits().back(), "AccountInfoInterface");
     const TViewHandle first = host.Views().Open("TIAccountInfo");
     ASSERT_NE(first, 0);
