@@ -90,6 +90,10 @@ TEST_F(AccountView, FetchesTheBannerOnceForEveryViewAndNotAgainWhenThatFails) {
   // A picture of 800 by 60 pixels.
   const std::string header("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x20\3\0\0\x3c\0\0\0\1\0\x18\0", 30);
   const std::filesystem::path file = testing::TempDir() + "margindesk_view_banner.bmp";
+  const std::int32_t width = failed.imgCom->GetWidth();
+  WriteWholeFile(file, "no picture");
+  failed.ProcessPic(nullptr, file.string(), "", true);
+  EXPECT_TRUE(width > 0 && failed.imgCom->GetWidth() == width && !std::filesystem::exists(file));
   WriteWholeFile(file, header + std::string(24 + 800 * 60 * 3, '\0'));
   SetConfig("CompanyBannerURL", "file://" + file.string());
   InitializeAccountInfoView();
