@@ -35,6 +35,7 @@ TReferenceHostOptions MakeFuzzOptions() {
   TReferenceHostOptions options;
   options.FLanguageDirectory = MARGINDESK_SOURCE_DIR "/resources/languages";
   options.FClock = [] { return TUiLoop::TTimePoint(); };
+  options.FFileLimits.FConnectTime = options.FFileLimits.FTotalTime = std::chrono::milliseconds(50);
   return options;
 }
 
