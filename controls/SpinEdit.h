@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "controls/Control.h"
+#include "controls/Geometry.h"
 
 namespace margindesk {
 
@@ -33,12 +34,16 @@ class TSpinEdit : public TValueControl<std::optional<double>> {
   double GetIncrement() const noexcept { return FIncrement; }
   void SetIncrement(double increment) { Assign(FIncrement, increment); }
 
+  TAlignment GetAlignment() const noexcept { return FAlignment; }
+  void SetAlignment(TAlignment alignment) { Assign(FAlignment, alignment); }
+
   void Spin(std::int32_t steps) { SetNumber(GetNumber().value_or(0) + steps * FIncrement); }
 
  private:
   double FMinimum = std::numeric_limits<double>::lowest();
   double FMaximum = std::numeric_limits<double>::max();
   double FIncrement = 1;
+  TAlignment FAlignment = TAlignment::Left;
 };
 
 }  // namespace margindesk

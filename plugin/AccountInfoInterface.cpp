@@ -56,6 +56,11 @@ TFrame* TIAccountInfo::OpenNewInstance() {
   return opened;
 }
 
+TIBasePreferenceView* TIAccountInfo::GetPreferenceView() {
+  if (FMyPreferenceView == nullptr) FMyPreferenceView = std::make_unique<TIDataPreference>(nullptr);
+  return FMyPreferenceView.get();
+}
+
 bool TIAccountInfo::GetDefaultSize(std::int32_t& width, std::int32_t& height) {
   width = kWidth;
   height = kHeight;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "model/contract/Baseview.h"
+#include "plugin/DataPreferenceInterface.h"
 
 namespace margindesk {
 
@@ -26,6 +28,7 @@ class TIAccountInfo : public TIBaseView {
   std::int32_t GetMenuGroupIndex(std::int32_t level) override;
   bool GetIsVisible() override;
   TFrame* OpenNewInstance() override;
+  TIBasePreferenceView* GetPreferenceView() override;
   bool GetDefaultSize(std::int32_t& width, std::int32_t& height) override;
   bool GetDefaultCaption(std::string& caption) override;
 
@@ -44,7 +47,8 @@ class TIAccountInfo : public TIBaseView {
   void ClearFormulaList();
 
  private:
-  std::string FFormulaFile;  // the fetched file while it is being read
+  std::unique_ptr<TIDataPreference> FMyPreferenceView;  // made when first asked for
+  std::string FFormulaFile;                             // the fetched file while it is being read
 };
 
 }  // namespace margindesk
