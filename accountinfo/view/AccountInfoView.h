@@ -188,6 +188,7 @@ class TAccountInfoFrame : public TAccountInfoForm {
   std::vector<std::string> GetColumnItems();
 
   bool FAccountBoxRegistered = false;
+  const std::shared_ptr<const bool> FLife = std::make_shared<const bool>(true);  // goes with the view
 };
 
 // Makes a view: the constructor, then Construct.

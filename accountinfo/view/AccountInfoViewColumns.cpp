@@ -97,7 +97,7 @@ std::string TAccountInfoFrame::GetColNameByAttr(std::int32_t attribute) {
 }
 
 std::string TAccountInfoFrame::GetResourceHeader(std::string_view resourceKey) {
-  return GetResourceText(resourceKey);
+  return resourceKey.empty() ? std::string() : GetResourceText(resourceKey);
 }
 
 void TAccountInfoFrame::InitializeHead() {

@@ -229,7 +229,10 @@ void TAccountInfoFrame::ProcessPic(void* /*sender*/, const std::string& fileName
     const bool loaded = FPic->LoadFromFile(fileName);
     std::error_code ignored;
     std::filesystem::remove(fileName, ignored);
-    if (!loaded) return;  // no picture: the image stays as it was
+    if (!loaded) {  // no picture: the image stays as it was, and no later view waits for one
+      FCompanyBanerCheckLink = TBannerState::None;
+      return;
+    }
     imgCom->SetPicture(FPic->GetBitmap());
   }
   UpdateImgSize();

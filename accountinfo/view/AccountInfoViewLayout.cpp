@@ -181,9 +181,10 @@ bool TAccountInfoFrame::SetLayoutTemplate() {
 }
 
 void TAccountInfoFrame::btnSaveTemplateClick() {
+  const std::weak_ptr<const bool> life = FLife;
   const std::int32_t answer =
       TCustomMessageBoxCtrl::GetInstance().ShowConfirmation(GetResourceText("Res_Conf_SaveTemplate"));
-  if (answer != kConfirmationYes) return;
+  if (answer != kConfirmationYes || life.expired()) return;  // the view may have closed meanwhile
   TCustomConfigManager::GetInstance().WriteString(kTemplateSection, kTemplateKey, GetLayoutTemplate(), true);
 }
 

@@ -16,6 +16,7 @@ void THostData::SetMultiCurrency(bool multiCurrency) {
 void THostData::SetChinaConnect(bool on) {
   if (on == FChinaConnect) return;
   FChinaConnect = on;
+  Mark().FCurrencyList = true;  // the filters that views offer
   for (const TCode account : FAccountList) Mark().FAccounts.Insert(account);
 }
 

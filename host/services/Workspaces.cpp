@@ -28,29 +28,23 @@ std::string FaultOf(TAction action) {
 }  // namespace
 
 TWorkspaces::TWorkspaces(std::filesystem::path folder, TOpenViews& views, TUiLoop& loop)
-    : FStore(std::move(folder)), FViews(views), FLoop(loop) {
-  FViews.SetChangeListener([this] { NoteChange(); });
-}
+    : FStore(std::move(folder)), FViews(views), FLoop(loop) {}
 
-TWorkspaces::~TWorkspaces() {
-  Release();
-  FViews.SetChangeListener({});
-}
+TWorkspaces::~TWorkspaces() { Release(); }
 
 bool TWorkspaces::Save(const std::string& name) {
   if (FLoading) return false;
+  TWorkspace workspace;
   try {
-    FStore.Save(name, Collect());
+    workspace = Collect();
+    FStore.Save(name, workspace);
   } catch (const std::exception& error) {
     Tell(error.what());
     return false;
   }
   // The workspace before has its own changes still to be saved, under its own name.
   if (name != FName) Flush();
-  FName = name;
-  FChanged = false;
-  FFailureTold = false;
-  StopTimer();
+  MakeCurrent(name, std::move(workspace));
   return true;
 }
 
@@ -68,28 +62,36 @@ bool TWorkspaces::Load(const std::string& name) {
         line += "; ";
         line += failure.what();
       }
-      if (name == FName) NoteChange();  // the views that are open make a sound one
+      if (name == FName) FSaved.reset();  // the views that are open make a sound one
     }
     Tell(line);
     return false;
   }
   if (name != FName) Flush();
-  StopTimer();
   FLoading = true;
   Restore(workspace);
   FLoading = false;
-  FName = name;
-  FChanged = false;
-  FFailureTold = false;
+  // What a view did not take of its layout stays saved until something changes.
+  FaultOf([&] { workspace = Collect(); });
+  MakeCurrent(name, std::move(workspace));
   return true;
 }
 
-void TWorkspaces::Flush() {
+void TWorkspaces::MakeCurrent(const std::string& name, TWorkspace saved) {
+  FName = name;
+  FSaved = std::move(saved);
+  FFailureTold = false;
   StopTimer();
-  if (!FChanged || FLoading || FName.empty()) return;
+  FTimer = FLoop.StartTimer(kSaveDelay, [this] { Flush(); });
+}
+
+void TWorkspaces::Flush() {
+  if (FLoading || FName.empty()) return;
   try {
-    FStore.Save(FName, Collect());
-    FChanged = false;
+    TWorkspace workspace = Collect();
+    if (FSaved == workspace) return;
+    FStore.Save(FName, workspace);
+    FSaved = std::move(workspace);
     FFailureTold = false;
   } catch (const std::exception& error) {  // a view may fail, too
     if (!std::exchange(FFailureTold, true)) Tell(error.what());
@@ -101,13 +103,7 @@ void TWorkspaces::Release() {
   StopTimer();
   FName.clear();
   FKept.clear();
-  FChanged = false;
-}
-
-void TWorkspaces::NoteChange() {
-  if (FLoading || FName.empty()) return;
-  FChanged = true;
-  if (FTimer == 0) FTimer = FLoop.StartTimer(kSaveDelay, [this] { Flush(); });
+  FSaved.reset();
 }
 
 void TWorkspaces::StopTimer() { FLoop.StopTimer(std::exchange(FTimer, 0)); }

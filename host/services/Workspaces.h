@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,8 +14,8 @@
 namespace margindesk {
 
 // Saves and restores which views are open, with their groups and layouts. The workspace that was loaded or
-// saved last is the current one: after a change of the views it is saved again in a later turn of the loop,
-// once for all changes of kSaveDelay, and when this object goes.
+// saved last is the current one: every kSaveDelay, and when this object goes, the views are compared with
+// what was saved, and saved where they differ. Views do not tell of every change that their layout holds.
 //
 // Faults are told through the message box, one line each ("file: reason").
 class TWorkspaces {
@@ -48,7 +49,7 @@ class TWorkspaces {
   void Release();
 
  private:
-  void NoteChange();
+  void MakeCurrent(const std::string& name, TWorkspace saved);
   void StopTimer();
   TWorkspace Collect() const;
   void Restore(const TWorkspace& workspace);
@@ -59,7 +60,7 @@ class TWorkspaces {
   TUiLoop& FLoop;
   std::string FName;
   std::vector<std::pair<std::size_t, TWorkspaceView>> FKept;  // by place, of views that could not be opened
-  bool FChanged = false;
+  std::optional<TWorkspace> FSaved;  // what the views were when they were saved or loaded; none: not saved
   bool FFailureTold = false;
   bool FLoading = false;
   TUiLoop::TTimerId FTimer = 0;

@@ -11,6 +11,9 @@ namespace {
 
 constexpr int kMostTurns = 10'000;  // of the loop after one step
 
+// The file service gives every fetch up in the end, so waiting for it needs no limit of its own.
+constexpr std::chrono::milliseconds kFetchWait{50};
+
 }  // namespace
 
 TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
@@ -64,8 +67,13 @@ const TOpenView& TScriptSession::View(const TScriptArguments& step) {
 
 void TScriptSession::Settle() {
   OfferColumnAnswer();
-  for (int turn = 0; turn < kMostTurns; ++turn) {
-    if (!FHost.Loop().RunOnce()) return;
+  for (int turn = 0; turn < kMostTurns;) {
+    const bool fetching = FHost.Files().GetPendingCount() > 0;
+    if (FHost.Loop().RunOnce(fetching ? kFetchWait : TUiLoop::TDuration::zero())) {
+      ++turn;
+    } else if (!fetching) {
+      return;
+    }
   }
   throw TScriptError("the views do not come to rest");
 }

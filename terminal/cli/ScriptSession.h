@@ -46,7 +46,8 @@ class TScriptSession {
   const TOpenView& View(const TScriptArguments& step);
   TFrame& Frame(const TScriptArguments& step) { return *View(step).FFrame; }
 
-  // Runs the host's loop until nothing is left to do now. Throws TScriptError when that does not end.
+  // Runs the host's loop until nothing is left to do now and no file is on its way. Throws TScriptError when
+  // that does not end.
   void Settle();
   void Tick();  // one period of the host's timer passes
 
