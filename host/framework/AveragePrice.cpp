@@ -48,9 +48,8 @@ TAveragePriceStyle TAveragePriceStyle::Read() {
   if (TryTextToInteger(config.ReadString(section, "DefaultPrecision"), decimals) && decimals >= 0 &&
       decimals <= kMaximumPrecision) {
     style.FDecimals = decimals;
+    style.FKeepZeros = config.ReadBool(section, "DefaultDecimal");
   }
-  const std::string zeros = config.ReadString(section, "DefaultDecimal");
-  style.FKeepZeros = zeros != "N" && zeros != "n";
   return style;
 }
 

@@ -1,5 +1,7 @@
 #include "host/services/ConfigManager.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "model/contract/MessageBoxCtrl.h"
@@ -12,6 +14,10 @@ namespace {
 std::string SectionOf(std::string_view user) {
   return user.empty() ? std::string("User") : std::string("User.").append(user);
 }
+
+// Flags that are true until they are turned off.
+constexpr std::string_view kTrueUntilNo[] = {"AmountDecimal", "QtyDecimal", "DefaultDecimal",
+                                             "QuotedPriceDecimal", "CurrencyDecimal"};
 
 }  // namespace
 
@@ -42,7 +48,8 @@ std::int32_t TConfigManager::ReadInteger(std::string_view section, std::string_v
 
 bool TConfigManager::ReadBool(std::string_view section, std::string_view key) const {
   const std::string_view text = Find(section, key);
-  return text == "Y" || text == "y";
+  if (text == "Y" || text == "y") return true;
+  return text != "N" && text != "n" && std::ranges::find(kTrueUntilNo, key) != std::end(kTrueUntilNo);
 }
 
 std::string TConfigManager::GetUserSection() const { return FUserSection; }
@@ -65,7 +72,15 @@ void TConfigManager::Store(std::string_view section, std::string_view key, std::
     Keep(section, key, value);
     FUnannounced = true;
   }
-  if (notify && std::exchange(FUnannounced, false)) FHandlers.Notify(nullptr, nullptr);
+  if (notify && FHolds > 0) {
+    FDue = true;
+  } else if (notify) {
+    Announce();
+  }
+}
+
+void TConfigManager::Announce() {
+  if (std::exchange(FUnannounced, false)) FHandlers.Notify(nullptr, nullptr);
 }
 
 std::string_view TConfigManager::Find(std::string_view section, std::string_view key) const {

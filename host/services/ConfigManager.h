@@ -1,11 +1,13 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "host/services/ConfigStore.h"
 #include "model/contract/ConfigManager.h"
@@ -28,6 +30,8 @@ class TConfigManager : public TCustomConfigManager {
   void RemoveConfigUpdateHandler(const void* owner) override;
   std::string ReadString(std::string_view section, std::string_view key) const override;
   std::int32_t ReadInteger(std::string_view section, std::string_view key) const override;
+  // A flag that says neither yes nor no is false, but for the five zero-decimals keys ("AmountDecimal" and so
+  // on): zeros are shown until they are turned off.
   bool ReadBool(std::string_view section, std::string_view key) const override;
   // "User." and the user's name; "User" when nobody is signed in.
   std::string GetUserSection() const override;
@@ -50,6 +54,12 @@ class TConfigManager : public TCustomConfigManager {
 
   const THandlerList& Handlers() const noexcept { return FHandlers; }
 
+  // Between the two nobody is notified; the last EndHold does it, once, if something was to be announced.
+  void BeginHold() noexcept { ++FHolds; }
+  void EndHold() {
+    if (--FHolds == 0 && std::exchange(FDue, false)) Announce();
+  }
+
  private:
   using TSection = std::map<std::string, std::string, std::less<>>;
 
@@ -60,8 +70,24 @@ class TConfigManager : public TCustomConfigManager {
   std::optional<TConfigStore> FStore;  // none in memory
   const std::string FUserSection;
   std::map<std::string, TSection, std::less<>> FSections;
-  bool FUnannounced = false;  // written without notify since the last notification
+  void Announce();
+
+  bool FUnannounced = false;  // written since the last notification
+  bool FDue = false;          // a notification was held back
+  std::int32_t FHolds = 0;
   THandlerList FHandlers;
+};
+
+// Holds the notifications back while it lives.
+class TConfigHold {
+ public:
+  explicit TConfigHold(TConfigManager& config) : FConfig(config) { FConfig.BeginHold(); }
+  ~TConfigHold() { FConfig.EndHold(); }
+  TConfigHold(const TConfigHold&) = delete;
+  TConfigHold& operator=(const TConfigHold&) = delete;
+
+ private:
+  TConfigManager& FConfig;
 };
 
 }  // namespace margindesk

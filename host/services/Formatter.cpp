@@ -123,10 +123,8 @@ void TFormatter::ConfigUpdate(void* /*sender*/, void* /*data*/) {
     std::int32_t precision = 0;
     if (TryTextToInteger(FConfig.ReadString(section, preference.FPrecisionKey), precision) &&
         precision >= 0 && precision <= kMaximumPrecision) {
-      style = {precision, true, true};
+      style = {precision, FConfig.ReadBool(section, preference.FZerosKey), true};
     }
-    const std::string zeros = FConfig.ReadString(section, preference.FZerosKey);
-    if (zeros == "N" || zeros == "n") style.FKeepZeros = false;
     FStyles[i] = style;
   }
 }

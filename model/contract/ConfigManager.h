@@ -21,9 +21,9 @@ class TCustomConfigManager : public TService<TCustomConfigManager> {
   virtual std::string ReadString(std::string_view section, std::string_view key) const = 0;  // "" when absent
   virtual std::int32_t ReadInteger(std::string_view section,
                                    std::string_view key) const = 0;  // 0 when no integer
-  virtual bool ReadBool(std::string_view section,
-                        std::string_view key) const = 0;  // "Y" or "y" is true, else false
-  virtual std::string GetUserSection() const = 0;         // the signed-in user's section
+  // "Y" or "y" is true, "N" or "n" false; what anything else and an absent key give is the host's.
+  virtual bool ReadBool(std::string_view section, std::string_view key) const = 0;
+  virtual std::string GetUserSection() const = 0;  // the signed-in user's section
   virtual void WriteString(std::string_view section, std::string_view key, std::string_view value,
                            bool notify) = 0;
   virtual bool CanApplyLayout() const = 0;  // whether a stored grid column layout may be applied now
