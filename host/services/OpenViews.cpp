@@ -12,19 +12,17 @@ TOpenViews::TOpenViews(THostCalls& calls) : FCalls(calls) {
 }
 
 TOpenViews::~TOpenViews() {
-  FListener = nullptr;
   CloseAll();
   FCalls.SetViewSink({});
 }
 
 void TOpenViews::AddClass(const std::string& className, TIBaseView& plugin) {
   RemoveClass(className);
-  FPlugins.emplace(className, &plugin);
+  FPlugins.emplace_back(className, &plugin);
 }
 
 void TOpenViews::RemoveClass(const std::string& className) {
   // Nobody closed a view, so this is no change of the workspace.
-  const auto listener = std::exchange(FListener, nullptr);
   const bool wasClosing = std::exchange(FClosing, true);
   for (;;) {
     const auto last = std::find_if(FViews.rbegin(), FViews.rend(),
@@ -32,9 +30,8 @@ void TOpenViews::RemoveClass(const std::string& className) {
     if (last == FViews.rend()) break;
     Close(last->FHandle);
   }
-  FPlugins.erase(className);
+  std::erase_if(FPlugins, [&](const auto& known) { return known.first == className; });
   FClosing = wasClosing;
-  FListener = listener;
 }
 
 std::vector<std::string> TOpenViews::GetClasses() const {
@@ -43,16 +40,19 @@ std::vector<std::string> TOpenViews::GetClasses() const {
   return classes;
 }
 
+TIBaseView* TOpenViews::FindClass(const std::string& className) const {
+  const auto known = std::ranges::find(FPlugins, className, &std::pair<std::string, TIBaseView*>::first);
+  return known == FPlugins.end() ? nullptr : known->second;
+}
+
 TViewHandle TOpenViews::Open(const std::string& className) {
-  const auto known = FPlugins.find(className);
-  if (FClosing || known == FPlugins.end()) return 0;
-  TIBaseView& plugin = *known->second;
-  TFrame* const frame = plugin.OpenNewInstance();
-  const TViewHandle handle = frame == nullptr ? 0 : plugin.FindHandle(frame);
+  TIBaseView* const plugin = FindClass(className);
+  if (FClosing || plugin == nullptr) return 0;
+  TFrame* const frame = plugin->OpenNewInstance();
+  const TViewHandle handle = frame == nullptr ? 0 : plugin->FindHandle(frame);
   if (handle == 0) return 0;
   FViews.push_back({className, handle, frame, className});
   UpdateCaption(handle);
-  TellChange();
   return handle;
 }
 
@@ -61,7 +61,6 @@ bool TOpenViews::Close(TViewHandle handle) {
   if (plugin == nullptr) return false;
   std::erase_if(FViews, [&](const TOpenView& view) { return view.FHandle == handle; });
   plugin->CloseInstance(handle);
-  TellChange();
   return true;
 }
 
@@ -83,7 +82,7 @@ TViewHandle TOpenViews::FindHandle(const TFrame* frame) const noexcept {
 
 TIBaseView* TOpenViews::FindPlugin(TViewHandle handle) const {
   const TOpenView* const view = Find(handle);
-  return view == nullptr ? nullptr : FPlugins.at(view->FClass);
+  return view == nullptr ? nullptr : FindClass(view->FClass);
 }
 
 std::string TOpenViews::GetGroup(TViewHandle handle) const {
@@ -95,7 +94,6 @@ std::string TOpenViews::GetGroup(TViewHandle handle) const {
 bool TOpenViews::SetGroup(TViewHandle handle, const std::string& group) {
   TIBaseView* const plugin = FindPlugin(handle);
   if (plugin == nullptr || !plugin->SetGroupID(handle, group)) return false;
-  TellChange();
   return true;
 }
 
@@ -107,7 +105,6 @@ std::string TOpenViews::GetLayout(TViewHandle handle) const {
 bool TOpenViews::SetLayout(TViewHandle handle, const std::string& layout) {
   TIBaseView* const plugin = FindPlugin(handle);
   if (plugin == nullptr || !plugin->SetLayoutData(handle, layout)) return false;
-  TellChange();
   return true;
 }
 
@@ -124,7 +121,6 @@ void TOpenViews::TakeNotice(const TFrame* frame, std::int32_t code) {
   const TViewHandle handle = FindHandle(frame);
   if (handle == 0 || (code != kViewAccountChanged && code != kViewLayoutChanged)) return;
   UpdateCaption(handle);
-  TellChange();
 }
 
 void TOpenViews::UpdateCaption(TViewHandle handle) {
@@ -134,10 +130,6 @@ void TOpenViews::UpdateCaption(TViewHandle handle) {
   if (!plugin->GetViewCaption(handle, caption) && !plugin->GetDefaultCaption(caption)) return;
   const auto view = std::ranges::find(FViews, handle, &TOpenView::FHandle);
   if (view != FViews.end()) view->FCaption = std::move(caption);
-}
-
-void TOpenViews::TellChange() const {
-  if (FListener) FListener();
 }
 
 }  // namespace margindesk

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/services/HostCalls.h"
@@ -35,8 +34,9 @@ class TOpenViews {
   // before. It is removed before it goes, which closes its views.
   void AddClass(const std::string& className, TIBaseView& plugin);
   void RemoveClass(const std::string& className);
-  bool HasClass(const std::string& className) const { return FPlugins.contains(className); }
-  std::vector<std::string> GetClasses() const;
+  bool HasClass(const std::string& className) const { return FindClass(className) != nullptr; }
+  std::vector<std::string> GetClasses() const;                // in the order in which they were made known
+  TIBaseView* FindClass(const std::string& className) const;  // null when it is not known
 
   // Opens a new view and answers its handle: 0 when the class is unknown or gives no view. What the view
   // throws while it is made comes through, with nothing opened.
@@ -57,19 +57,13 @@ class TOpenViews {
   bool SetLayout(TViewHandle handle, const std::string& layout);
   void SetLanguage(std::int32_t index);  // of every view; the language itself is the language manager's
 
-  // Called when something changed that a workspace holds: a view was opened or closed, moved to another
-  // group, or told of a change. One listener; an empty one takes it out.
-  void SetChangeListener(std::function<void()> listener) { FListener = std::move(listener); }
-
  private:
   void TakeNotice(const TFrame* frame, std::int32_t code);
   void UpdateCaption(TViewHandle handle);
-  void TellChange() const;
 
   THostCalls& FCalls;
-  std::map<std::string, TIBaseView*> FPlugins;
+  std::vector<std::pair<std::string, TIBaseView*>> FPlugins;  // by class, in the order they were made known
   std::vector<TOpenView> FViews;
-  std::function<void()> FListener;
   bool FClosing = false;
 };
 

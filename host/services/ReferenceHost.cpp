@@ -42,7 +42,8 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
       FOrders(FData),
       FCalls(FData),
       FColumnDialog(*FChannels),
-      FViews(*FCalls) {
+      FViews(*FCalls),
+      FPreferences(FViews, *FConfig) {
   if (options.FWorkspaceFolder) FWorkspaces.emplace(*options.FWorkspaceFolder, FViews, FLoop);
   FLanguage->SetLanguage(options.FLanguage);
   FData.TakeChanges();  // nobody listens yet

@@ -27,6 +27,7 @@
 #include "host/services/OrderActionManager.h"
 #include "host/services/OrderAdapter.h"
 #include "host/services/PositionAdapter.h"
+#include "host/services/PreferenceDialog.h"
 #include "host/services/SubscribeAdapter.h"
 #include "host/services/SubscriptionCount.h"
 #include "host/services/TimerControl.h"
@@ -98,6 +99,7 @@ class TReferenceHost {
   TAccountAdapter& Accounts() noexcept { return *FAccounts; }
   THostCalls& Calls() noexcept { return *FCalls; }
   TOpenViews& Views() noexcept { return FViews; }
+  TPreferenceDialog& Preferences() noexcept { return FPreferences; }
   TColumnDialog& ColumnDialog() noexcept { return FColumnDialog; }
   // Null when the host keeps no workspaces.
   TWorkspaces* Workspaces() noexcept { return FWorkspaces ? &*FWorkspaces : nullptr; }
@@ -165,6 +167,7 @@ class TReferenceHost {
   TInstalled<THostFunctions, THostCalls> FCalls;
   TColumnDialog FColumnDialog;
   TOpenViews FViews;
+  TPreferenceDialog FPreferences;
   std::optional<TWorkspaces> FWorkspaces;
 };
 

@@ -27,6 +27,7 @@ TJson Language(TScriptSession& session, const TScriptArguments& step) {
     throw TScriptError("there is no language " + std::to_string(index));
   }
   session.Host().Views().SetLanguage(index);
+  session.Host().Preferences().SetLanguage(index);
   return TJson::object();
 }
 
