@@ -134,9 +134,11 @@ bool TAccountInfoFrame::GetLayoutData(std::string& layout) {
 
 bool TAccountInfoFrame::SetLayoutData(const std::string& layout) {
   const TNamedItems items(layout);
+  const std::weak_ptr<const bool> life = FLife;
   if (lgAccount->GetVisible()) {
     TEditorManager::GetInstance().SetAccountLayoutAccount(*edtAccount, TCode(items.Find("Account")));
   }
+  if (life.expired()) return true;  // a view that followed the account has closed this one
   const std::string_view lock = items.Find("Account-Lock");
   if (!lock.empty()) cbLockAcct->SetChecked(TextToBool(lock));
 

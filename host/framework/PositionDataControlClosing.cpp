@@ -127,7 +127,7 @@ void TPositionViewDataControl::ClosePosition(std::int32_t row, TCloseAt at) {
   const TCustomPositionData* shown = GetRowPosition(row);
   if (shown == nullptr) return;
   const TCode account = shown->GetAccountID();
-  const std::string key = GetRowKey(row);
+  const std::string key = FRowKeys[static_cast<std::size_t>(row)];
   const TCurrentPosition before(account, key);
   const TCustomPositionData* position = before.FPosition;
   if (position == nullptr || !CheckClosePositionQty(*position)) {

@@ -39,11 +39,16 @@ bool TPositionViewDataControl::GetColValue(std::int32_t /*column*/, const void*&
   return false;
 }
 
+// With the account in front: the same symbol in another account is another row.
 std::string TPositionViewDataControl::GetRowKey(std::int32_t row) const {
-  return GetRowPosition(row) == nullptr ? std::string() : FRowKeys[static_cast<std::size_t>(row)];
+  if (GetRowPosition(row) == nullptr) return {};
+  return std::string(FAccount.Text()).append(1, '\n').append(FRowKeys[static_cast<std::size_t>(row)]);
 }
 
 std::int32_t TPositionViewDataControl::FindRow(std::string_view key) const {
+  const std::size_t accountEnd = key.find('\n');
+  if (accountEnd == std::string_view::npos || key.substr(0, accountEnd) != FAccount.Text()) return -1;
+  key.remove_prefix(accountEnd + 1);
   const auto found = std::ranges::lower_bound(
       FRowKeys, key, {}, [](const std::string& rowKey) { return std::string_view(rowKey); });
   return found == FRowKeys.end() || *found != key ? -1 : static_cast<std::int32_t>(found - FRowKeys.begin());

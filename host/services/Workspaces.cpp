@@ -35,6 +35,7 @@ TWorkspaces::~TWorkspaces() { Release(); }
 bool TWorkspaces::Save(const std::string& name) {
   if (FLoading) return false;
   TWorkspace workspace;
+  if (name != FName && IsDamaged(name)) SetAside(name);
   try {
     workspace = Collect();
     FStore.Save(name, workspace);
@@ -69,17 +70,37 @@ bool TWorkspaces::Load(const std::string& name) {
   }
   if (name != FName) Flush();
   FLoading = true;
-  Restore(workspace);
+  const bool whole = Restore(workspace);
   FLoading = false;
   // What a view did not take of its layout stays saved until something changes.
   FaultOf([&] { workspace = Collect(); });
   MakeCurrent(name, std::move(workspace));
+  FTakenWhole = whole;
   return true;
+}
+
+bool TWorkspaces::IsDamaged(const std::string& name) const {
+  try {
+    FStore.Load(name);
+    return false;
+  } catch (const TWorkspaceError& error) {
+    return error.IsDamaged();
+  }
+}
+
+// Tells where the file is now, or why it stays in its place.
+void TWorkspaces::SetAside(const std::string& name) {
+  try {
+    Tell(name + ": the workspace as it was is set aside as " + FStore.SetAside(name));
+  } catch (const TWorkspaceError& failure) {
+    Tell(failure.what());
+  }
 }
 
 void TWorkspaces::MakeCurrent(const std::string& name, TWorkspace saved) {
   FName = name;
   FSaved = std::move(saved);
+  FTakenWhole = true;
   FFailureTold = false;
   StopTimer();
   FTimer = FLoop.StartTimer(kSaveDelay, [this] { Flush(); });
@@ -90,6 +111,8 @@ void TWorkspaces::Flush() {
   try {
     TWorkspace workspace = Collect();
     if (FSaved == workspace) return;
+    // What the views did not take of it must outlast the save.
+    if (!std::exchange(FTakenWhole, true)) SetAside(FName);
     FStore.Save(FName, workspace);
     FSaved = std::move(workspace);
     FFailureTold = false;
@@ -120,13 +143,17 @@ TWorkspace TWorkspaces::Collect() const {
   return workspace;
 }
 
-void TWorkspaces::Restore(const TWorkspace& workspace) {
+bool TWorkspaces::Restore(const TWorkspace& workspace) {
   FViews.CloseAll();
   FKept.clear();
-  for (std::size_t place = 0; place < workspace.size(); ++place) RestoreView(place, workspace[place]);
+  bool whole = true;
+  for (std::size_t place = 0; place < workspace.size(); ++place) {
+    if (!RestoreView(place, workspace[place])) whole = false;
+  }
+  return whole;
 }
 
-void TWorkspaces::RestoreView(std::size_t place, const TWorkspaceView& view) {
+bool TWorkspaces::RestoreView(std::size_t place, const TWorkspaceView& view) {
   const std::string name = QuotedForMessage(view.FClass);
   TViewHandle handle = 0;
   std::string fault = FaultOf([&] { handle = FViews.Open(view.FClass); });
@@ -134,13 +161,15 @@ void TWorkspaces::RestoreView(std::size_t place, const TWorkspaceView& view) {
     if (fault.empty()) fault = FViews.HasClass(view.FClass) ? "cannot be opened" : "unknown view";
     FKept.emplace_back(place, view);
     Tell(name + ": " + fault + "; kept in the workspace");
-    return;
+    return true;
   }
   if (!view.FLayout.empty()) fault = FaultOf([&] { FViews.SetLayout(handle, view.FLayout); });
-  if (!fault.empty()) Tell(name + ": its layout is not applied whole: " + fault);
+  const bool whole = fault.empty();
+  if (!whole) Tell(name + ": its layout is not applied whole: " + fault);
   // The group comes last: the layout's account must neither move the views of the group nor be moved by them.
   fault = FaultOf([&] { FViews.SetGroup(handle, view.FGroup); });
   if (!fault.empty()) Tell(name + ": its group is not applied: " + fault);
+  return whole;
 }
 
 }  // namespace margindesk

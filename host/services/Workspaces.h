@@ -52,8 +52,10 @@ class TWorkspaces {
   void MakeCurrent(const std::string& name, TWorkspace saved);
   void StopTimer();
   TWorkspace Collect() const;
-  void Restore(const TWorkspace& workspace);
-  void RestoreView(std::size_t place, const TWorkspaceView& view);
+  bool Restore(const TWorkspace& workspace);  // whether every view took its layout
+  bool RestoreView(std::size_t place, const TWorkspaceView& view);
+  bool IsDamaged(const std::string& name) const;
+  void SetAside(const std::string& name);
 
   const TWorkspaceStore FStore;
   TOpenViews& FViews;
@@ -61,6 +63,7 @@ class TWorkspaces {
   std::string FName;
   std::vector<std::pair<std::size_t, TWorkspaceView>> FKept;  // by place, of views that could not be opened
   std::optional<TWorkspace> FSaved;  // what the views were when they were saved or loaded; none: not saved
+  bool FTakenWhole = true;  // every view took its layout when the workspace was loaded
   bool FFailureTold = false;
   bool FLoading = false;
   TUiLoop::TTimerId FTimer = 0;

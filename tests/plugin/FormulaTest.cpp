@@ -149,7 +149,7 @@ TEST_F(Formulas, DoNotComeAfterTheirPluginHasGone) {
 }
 
 TEST_F(Formulas, OfTheDemoExplainEveryFieldOfTheBackOfficeInThreeLanguages) {
-  const std::string file = MARGINDESK_SOURCE_DIR "/resources/demo/formulas.txt";
+  const std::string file = MARGINDESK_SOURCE_DIR "/resources/formulas.txt";
   SetConfig("FormulaURL", "file://" + file);
   const TIAccountInfo plugin(nullptr);
   Finish();

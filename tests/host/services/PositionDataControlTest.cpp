@@ -86,11 +86,14 @@ class PositionGrid : public testing::Test {
   }
   std::vector<std::string> Keys() {
     std::vector<std::string> keys;
-    for (std::int32_t row = 0; row < FControl.GetCount(); ++row) keys.push_back(FControl.GetRowKey(row));
+    for (std::int32_t row = 0; row < FControl.GetCount(); ++row) {
+      keys.push_back(FControl.GetRowKey(row).substr(std::string_view("A1\n").size()));
+    }
     return keys;
   }
+  static std::string KeyOf(std::string_view position) { return "A1\n" + std::string(position); }
   std::string Text(std::string_view key, std::int32_t field) {
-    return FControl.GetDisplayValue(FControl.FindRow(key), field);
+    return FControl.GetDisplayValue(FControl.FindRow(KeyOf(key)), field);
   }
 
   TTestHost FHost{Book()};
@@ -111,8 +114,9 @@ TEST_F(PositionGrid, RowsFollowTheirAccountInKeyOrderAndKeepTheirKeys) {
   EXPECT_THAT(Keys(), ElementsAre("2330", "5", "700", "AAPL")) << "traded today and flat";
   FHost.Data().RemovePosition(TCode("A1"), "5");
   FHost.RunLoop();
-  EXPECT_EQ(FControl.FindRow("AAPL"), 2);
-  EXPECT_EQ(FControl.FindRow("5"), -1);
+  EXPECT_EQ(FControl.FindRow(KeyOf("AAPL")), 2);
+  EXPECT_EQ(FControl.FindRow(KeyOf("5")), -1);
+  EXPECT_EQ(FControl.FindRow("A2\nAAPL"), -1) << "the same symbol of another account";
   FControl.SetAccount(TCode("nobody"));
   EXPECT_THAT(Keys(), IsEmpty());
 }
