@@ -130,6 +130,7 @@ TEST_F(Workspaces, OpenWhatTheyCanAndKeepWhatNobodyKnows) {
   EXPECT_EQ(FPlugin.FLog, "") << "loading saves nothing and closes nothing of its own";
   Open("three");
   FWorkspaces.Flush();
+  EXPECT_THAT(ReadWholeFile(FPath / "day.damaged-1"), HasSubstr("bad one")) << "nothing of it is lost";
   EXPECT_THAT(
       FStore.Load("day"),
       ElementsAre(TWorkspaceView{"TIGone", "blue", "kept"}, TWorkspaceView{"TIFake", "red", "bad one"},
@@ -150,6 +151,9 @@ TEST_F(Workspaces, AreSavedOnceForABurstOfChangesAndWhenTheHostLetsGo) {
   std::filesystem::remove(FPath / "day.json");
   After(2000ms);
   EXPECT_THAT(FWorkspaces.List(), ElementsAre()) << "once for the burst";
+  static_cast<TFakeFrame*>(FHost.Views().Find(view)->FFrame)->FLayout = "quiet";
+  After(1000ms);
+  EXPECT_EQ(Stored("day"), "quiet ") << "a view does not tell of every change";
   FHost.Views().SetLayout(view, "four");
   FWorkspaces.Release();
   FHost.Views().CloseAll();
