@@ -1,3 +1,4 @@
+#include <array>
 #include <string>
 #include <variant>
 #include <vector>
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "host/services/HostJournal.h"
+#include "host/services/MenuModel.h"
 #include "model/contract/OrderActionManager.h"
 #include "model/contract/OrderAdapter.h"
 #include "tests/host/services/FakeViews.h"
@@ -39,6 +41,43 @@ TEST(OpenViewsTest, FollowWhatTheirFramesTellAndCloseTheLastOpenedFirst) {
   host.CloseViews();
   EXPECT_EQ(plugin.FLog, "closed two;closed 1;");
   EXPECT_EQ(views.FindPlugin(second), nullptr);
+}
+
+// A menu entry by what stands on each level: ID, index, group.
+struct TMenuView final : TIBaseView {
+  using TLevel = std::array<std::int32_t, 3>;
+  explicit TMenuView(std::vector<TLevel> levels) : TIBaseView(nullptr), FLevels(std::move(levels)) {}
+  std::int32_t GetMenuLevel() override { return static_cast<std::int32_t>(FLevels.size()); }
+  std::int32_t GetMenuID(std::int32_t level) override { return At(level)[0]; }
+  std::int32_t GetMenuIndex(std::int32_t level) override { return At(level)[1]; }
+  std::int32_t GetMenuGroupIndex(std::int32_t level) override { return At(level)[2]; }
+  bool GetIsVisible() override { return FVisible; }
+  const TLevel& At(std::int32_t level) const { return FLevels.at(static_cast<std::size_t>(level)); }
+
+  std::vector<TLevel> FLevels;
+  bool FVisible = true;
+};
+
+std::string Describe(const std::vector<TMenuEntry>& menu) {
+  std::string text;
+  for (const TMenuEntry& entry : menu) {
+    text += std::to_string(entry.FID) + entry.FClass;
+    if (!entry.FItems.empty()) text += "(" + Describe(entry.FItems) + ")";
+    text += " ";
+  }
+  return text;
+}
+
+TEST(MenuModelTest, JoinsEntriesOfOneIDAndOrdersThemByGroupIndexAndRegistration) {
+  TTestHost host;
+  TMenuView z({{103, 20, 0}, {601, 5, 1}}), y({{103, 1, 0}, {621, 9, 0}}), x({{7, 20, 0}}), w({{8, 10, 0}});
+  TMenuView v({{103, 20, 0}, {622, 9, 0}, {1, 0, 0}}), hidden({{9, 0, 0}}), nowhere({});
+  hidden.FVisible = false;
+  TMenuView* const views[] = {&z, &y, &x, &w, &v, &hidden, &nowhere};
+  for (std::size_t i = 0; i < std::size(views); ++i) {
+    host.Views().AddClass(std::string(1, static_cast<char>('z' - i)), *views[i]);
+  }
+  EXPECT_EQ(Describe(BuildMenu(host.Views())), "8w 103(621y 622(1v ) 601z ) 7x ");
 }
 
 struct TColumnUser {
