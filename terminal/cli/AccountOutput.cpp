@@ -79,6 +79,10 @@ void WriteCsvRows(std::ostream& out, const std::vector<TAccountTreeRow>& rows, s
 
 }  // namespace
 
+void WriteAccountHeading(std::ostream& out, const TAccountView& view) {
+  out << MakeHeading(view) << '\n' << MakeCurrencyLine(view) << "\n\n";
+}
+
 void WriteAccountText(std::ostream& out, const TAccountView& view, bool colour) {
   std::vector<TLine> lines;
   AddLines(view.FRows, 0, lines);
@@ -88,7 +92,7 @@ void WriteAccountText(std::ostream& out, const TAccountView& view, bool colour) 
     captionWidth = std::max(captionWidth, GetDisplayWidth(line.FCaption));
     textWidth = std::max(textWidth, GetDisplayWidth(line.FText));
   }
-  out << MakeHeading(view) << '\n' << MakeCurrencyLine(view) << "\n\n";
+  WriteAccountHeading(out, view);
   for (const TLine& line : lines) {
     std::string shown;
     if (line.FText.empty()) {

@@ -21,6 +21,9 @@ struct TAccountView {
   std::vector<TAccountTreeRow> FRows;
 };
 
+// The lines that say whose figures follow, and in which currencies.
+void WriteAccountHeading(std::ostream& out, const TAccountView& view);
+
 // For people: a heading, then captions indented by level and figures aligned to one column. A figure below
 // zero is followed by a mark, and red where the screen shows colours.
 void WriteAccountText(std::ostream& out, const TAccountView& view, bool colour);

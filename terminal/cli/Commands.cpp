@@ -3,6 +3,7 @@
 #include "terminal/cli/BookCommands.h"
 #include "terminal/cli/Command.h"
 #include "terminal/cli/ConfigCommands.h"
+#include "terminal/cli/ExplainCommand.h"
 #include "terminal/cli/PositionsCommand.h"
 #include "terminal/cli/ScriptCommand.h"
 
@@ -12,6 +13,7 @@ std::vector<std::unique_ptr<TCommand>> CreateCommands() {
   std::vector<std::unique_ptr<TCommand>> commands;
   commands.push_back(std::make_unique<TAccountsCommand>());
   commands.push_back(std::make_unique<TAccountCommand>());
+  commands.push_back(std::make_unique<TExplainCommand>());
   commands.push_back(std::make_unique<TPositionsCommand>());
   commands.push_back(std::make_unique<TScriptCommand>());
   commands.push_back(std::make_unique<TConfigGetCommand>());

@@ -1,13 +1,11 @@
 // Steps at trees and grids. A row is the place of a row among all that the step "tree" or "grid" lists.
-#include <algorithm>
-
 #include "controls/GridTableView.h"
-#include "controls/HintStyleController.h"
 #include "controls/VirtualTree.h"
 #include "model/contract/Constdef.h"
 #include "terminal/cli/AccountTree.h"
 #include "terminal/cli/ScriptControls.h"
 #include "terminal/cli/ScriptSteps.h"
+#include "terminal/cli/TreeHint.h"
 
 namespace margindesk {
 
@@ -105,27 +103,10 @@ TJson DoubleClick(TScriptSession& session, const TScriptArguments& step) {
   return TJson::object();
 }
 
-// What hangs over the view now.
 TJson DescribeHint(const TFrame& frame) {
-  const auto& components = frame.GetComponents();
-  for (const TComponent* component : components) {
-    const auto* hints = dynamic_cast<const THintStyleController*>(component);
-    if (hints != nullptr && hints->IsShowing()) {
-      return {{"hint", hints->GetHintText()}, {"caption", MakeJsonOrNull(hints->GetHintCaption())}};
-    }
-  }
-  return {{"hint", nullptr}, {"caption", nullptr}};
-}
-
-// Opens what hides a row, and scrolls where it stands outside of the control.
-TRect BringIntoView(TVirtualTree& tree, const TVirtualTreeNode& node, const TTreeColumn& column) {
-  tree.MakeVisible(node);
-  const TRect cell = tree.GetCellRect(node, column);
-  if (cell.FTop >= 0 && cell.FTop + cell.FHeight <= tree.GetHeight()) return cell;
-  const auto& shown = tree.GetShownNodes();
-  const auto place = std::ranges::find(shown, &node) - shown.begin();
-  tree.SetTopRow(static_cast<std::int32_t>(place));
-  return tree.GetCellRect(node, column);
+  const THintStyleController* hints = FindShownHint(frame);
+  if (hints == nullptr) return {{"hint", nullptr}, {"caption", nullptr}};
+  return {{"hint", hints->GetHintText()}, {"caption", MakeJsonOrNull(hints->GetHintCaption())}};
 }
 
 TJson Hover(TScriptSession& session, const TScriptArguments& step) {
@@ -133,8 +114,7 @@ TJson Hover(TScriptSession& session, const TScriptArguments& step) {
   TVirtualTree& tree = FindTree(frame, step);
   CheckReachable(frame, tree);
   const TVirtualTreeNode& node = *CheckRow(tree.GetNodes(), step.Integer("row"));
-  const TRect cell = BringIntoView(tree, node, CheckColumn(tree, step.Integer("column")));
-  tree.MouseMove({cell.FLeft + cell.FWidth / 2, cell.FTop + cell.FHeight / 2});
+  MoveMouseTo(tree, node, CheckColumn(tree, step.Integer("column")));
   return DescribeHint(frame);
 }
 

@@ -7,7 +7,8 @@ namespace margindesk {
 const TScriptStep* FindScriptStep(std::string_view name) {
   static const std::vector<TScriptStep> kSteps = [] {
     std::vector<TScriptStep> steps;
-    for (const auto& topic : {MakeViewSteps(), MakeControlSteps(), MakeCellSteps(), MakeHostSteps()}) {
+    for (const auto& topic :
+         {MakeViewSteps(), MakeControlSteps(), MakeCellSteps(), MakeMenuSteps(), MakeHostSteps()}) {
       steps.insert(steps.end(), topic.begin(), topic.end());
     }
     return steps;

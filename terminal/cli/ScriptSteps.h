@@ -22,6 +22,7 @@ struct TScriptStep {
 std::vector<TScriptStep> MakeViewSteps();     // opening, closing, layouts, captions, workspaces
 std::vector<TScriptStep> MakeControlSteps();  // single controls
 std::vector<TScriptStep> MakeCellSteps();     // trees and grids
+std::vector<TScriptStep> MakeMenuSteps();     // the menu and the preference dialog
 std::vector<TScriptStep> MakeHostSteps();     // what comes from outside the views
 
 // Clicks the caption button at that place among all of the step's view, hidden ones counted.

@@ -225,6 +225,46 @@ TEST_F(ScriptCommand, KeepsNothingBehindUnlessFilesAreNamedForIt) {
   EXPECT_EQ(Run({"script", InHome("none").string()}).FCode, 2);
 }
 
+TEST_F(ScriptCommand, ListsTheMenuInTheLanguageOfTheDayAndNoneOfAnUnloadedPackage) {
+  FInput = R"({"step":"language","index":2}
+{"step":"menus"}
+{"step":"unload"}
+{"step":"menus"})";
+  const TJsonLines lines = ParseLines(Run({"script", "-"}).FOut);
+  EXPECT_EQ(lines.at(1).at("menus").dump(),
+            R"([{"id":103,"index":3100,"group":0,"caption":"戶口","class":null,"items":[{"id":601,)"
+            R"("index":3100,"group":0,"caption":"戶口資料","class":"TIAccountInfo","items":[]}]}])");
+  EXPECT_EQ(lines.at(3).at("menus").dump(), "[]");
+}
+
+TEST_F(ScriptCommand, SetsPreferencesThatTheViewsFollowOnceTheyAreSavedAndHoversOverFormulas) {
+  const std::string config = InHome("f.db").string();
+  const std::string address = "file://" MARGINDESK_SOURCE_DIR "/resources/formulas.txt";
+  EXPECT_EQ(RunBare({"--config", config, "config", "set", "FormulaURL", address}).FCode, 0);
+  FInput = R"({"step":"open","class":"TIAccountInfo"}
+{"step":"account","value":"m1"}
+{"step":"hover","row":0,"column":21}
+{"step":"preferences","action":"set","name":"cbAmount","property":"Checked","value":true}
+{"step":"preferences","action":"set","name":"edtAmount","property":"Text","value":"3"}
+{"step":"tree"}
+{"step":"preferences","action":"execute"}
+{"step":"tree"}
+{"step":"preferences","action":"set","name":"edtAmount","property":"Text","value":"1"}
+{"step":"preferences","action":"reset"}
+{"step":"preferences","action":"get","name":"edtAmount","property":"Text"}
+{"step":"preferences","action":"get","name":"edtAmount"}
+{"step":"preferences","action":"set","name":"edtQty","property":"Text","value":"2"}
+{"step":"preferences","action":"factory","name":"edtQty"})";
+  const TJsonLines lines = ParseLines(Run({"--config", config, "script", "-"}).FOut);
+  EXPECT_THAT(lines.at(2).dump(), HasSubstr("\"Trading Limit=Amount that may still be traded"));
+  EXPECT_EQ(lines.at(5).at("rows").at(0).at("text"), "101,900.00");
+  EXPECT_EQ(lines.at(7).at("rows").at(0).at("text"), "101,900.000");
+  EXPECT_EQ(lines.at(10).at("value"), "3");
+  EXPECT_EQ(lines.at(11).at("error"), "the step lacks \"property\"");
+  EXPECT_EQ(lines.at(12).at("error"), "\"edtQty\" is disabled");
+  EXPECT_EQ(lines.at(13).at("error"), "the action \"factory\" takes no \"name\"");
+}
+
 // In a process of its own, in which the first view is view 1.
 TEST_F(ScriptCommand, PrintsWhatTheDocumentShowsOfTheExample) {
   const std::string source = MARGINDESK_SOURCE_DIR;
