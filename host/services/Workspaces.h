@@ -63,7 +63,7 @@ class TWorkspaces {
   std::string FName;
   std::vector<std::pair<std::size_t, TWorkspaceView>> FKept;  // by place, of views that could not be opened
   std::optional<TWorkspace> FSaved;  // what the views were when they were saved or loaded; none: not saved
-  bool FTakenWhole = true;  // every view took its layout when the workspace was loaded
+  bool FTakenWhole = true;           // every view took its layout when the workspace was loaded
   bool FFailureTold = false;
   bool FLoading = false;
   TUiLoop::TTimerId FTimer = 0;
