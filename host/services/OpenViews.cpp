@@ -22,7 +22,7 @@ void TOpenViews::AddClass(const std::string& className, TIBaseView& plugin) {
 }
 
 void TOpenViews::RemoveClass(const std::string& className) {
-  // Nobody closed a view, so this is no change of the workspace.
+  // A view that is told of the end of another one opens none of a class that is going.
   const bool wasClosing = std::exchange(FClosing, true);
   for (;;) {
     const auto last = std::find_if(FViews.rbegin(), FViews.rend(),
