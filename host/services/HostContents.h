@@ -51,7 +51,10 @@ struct TProductFacts {
   double FMinimum = 0;    // of an order over the counter; 0 for none
   double FIncrement = 0;  // of such an order; 0 for none
   TCode FMarketCode;
-  bool FListed = true;  // in the market's product list; otherwise only its subscription item knows it
+  TCode FUnderlying;      // of a derivative
+  double FStrike = 0;     // of an option or warrant
+  char FOptionRight = 0;  // 'C' call, 'P' put, 0 for no option
+  bool FListed = true;    // in the market's product list; otherwise only its subscription item knows it
 
   friend bool operator==(const TProductFacts&, const TProductFacts&) = default;
 };
@@ -129,6 +132,83 @@ struct TPositionFacts {
   friend bool operator==(const TPositionFacts&, const TPositionFacts&) = default;
 };
 
+// The prices of a market from the lower limit to the upper one move in ticks; both are real prices.
+struct TSpreadBandFacts {
+  TCode FMarketCode;
+  double FLowerLimit = 0;
+  double FUpperLimit = 0;
+  double FTick = 0;
+
+  friend bool operator==(const TSpreadBandFacts&, const TSpreadBandFacts&) = default;
+};
+
+// An order option that an exchange offers ("Open", "Close", "Client", "House", "RT"), in their order.
+struct TOrderOptionFacts {
+  TCode FExchange;
+  std::string FOption;
+
+  friend bool operator==(const TOrderOptionFacts&, const TOrderOptionFacts&) = default;
+};
+
+// What a position in a symbol needs as margin: ratios of its market value (of the underlying's value for a
+// short option), or amounts a contract in the product's currency. 0 for none.
+struct TMarginFacts {
+  TCode FSymbol;
+  double FInitialRatio = 0;
+  double FMaintenanceRatio = 0;
+  double FMinimumRatio = 0;  // of a short option: the least, of the underlying's value or the strike's
+  double FLendingRatio = 0;  // of the market value: what a holding may be lent against
+  double FInitialLot = 0;    // a contract
+  double FMaintenanceLot = 0;
+  double FInitialSpreadLot = 0;  // a pair of opposite contracts on one underlying
+  double FMaintenanceSpreadLot = 0;
+
+  friend bool operator==(const TMarginFacts&, const TMarginFacts&) = default;
+};
+
+// What an exchange charges for a fill, in the product's currency: the rate of the amount and so much a unit,
+// but not less than the minimum.
+struct TChargeFacts {
+  TCode FExchange;
+  double FRate = 0;
+  double FPerUnit = 0;
+  double FMinimum = 0;
+
+  friend bool operator==(const TChargeFacts&, const TChargeFacts&) = default;
+};
+
+enum class TOrderState { kResting, kFilled, kCancelled };
+
+// An order that was placed.
+struct TOrderFacts {
+  std::string FOrderID;
+  TCode FAccount;
+  TCode FSymbol;
+  std::int32_t FSide = 0;      // kSideBuy, kSideSell
+  double FPrice = 0;           // real price; 0 for a market order
+  double FQuantity = 0;        // units
+  double FFilledQuantity = 0;  // units
+  std::int32_t FOpenClose = 0;
+  std::int32_t FPrincipal = 0;
+  bool FMarket = false;
+  TOrderState FState = TOrderState::kResting;
+  std::string FEntered;  // UTC, "2027-01-28T09:30:00.123Z"
+
+  friend bool operator==(const TOrderFacts&, const TOrderFacts&) = default;
+};
+
+// An order's execution.
+struct TFillFacts {
+  std::string FFillID;
+  std::string FOrderID;
+  double FPrice = 0;
+  double FQuantity = 0;
+  double FCharge = 0;  // in the product's currency
+  std::string FTime;   // as TOrderFacts::FEntered
+
+  friend bool operator==(const TFillFacts&, const TFillFacts&) = default;
+};
+
 // The keys of custom fields by table and field, found without making a text.
 struct TTableFieldLess {
   using is_transparent = void;
@@ -149,6 +229,12 @@ struct THostContents {
   std::vector<TFigureFacts> FConsolidated;  // of master accounts
   std::vector<TPositionFacts> FPositions;
   TCustomFieldKeys FCustomFieldKeys;
+  std::vector<TSpreadBandFacts> FSpreadBands;  // a market's bands ascending and without gaps
+  std::vector<TOrderOptionFacts> FOrderOptions;
+  std::vector<TMarginFacts> FMargins;
+  std::vector<TChargeFacts> FCharges;
+  std::vector<TOrderFacts> FOrders;  // in the order of entry
+  std::vector<TFillFacts> FFills;    // likewise
 
   friend bool operator==(const THostContents&, const THostContents&) = default;
 };
