@@ -65,6 +65,9 @@ inline constexpr std::int32_t kStatusCompleted = 3;
 
 // Its principal and whether it opens or closes a position; 0 where the exchange asks for neither.
 inline constexpr std::int32_t kPrincipalClient = 11;
+inline constexpr std::int32_t kPrincipalHouse = 12;
+inline constexpr std::int32_t kPrincipalRT = 13;
+inline constexpr std::int32_t kOpenCloseOpen = 1;
 inline constexpr std::int32_t kOpenCloseClose = 2;
 
 // An extra field of a client order: a market order, whose price is 0.
