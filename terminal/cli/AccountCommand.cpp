@@ -76,7 +76,7 @@ int TAccountCommand::Run(TSession& session, std::ostream& out) {
   view.FAggregated = FAggregate;
   const TColumnList columns = FColumns ? MakeNamedColumns(*FColumns) : MakeConfiguredColumns(account);
 
-  const TOpenedView opened(session, IsThreeLevels());
+  const TOpenedView opened(session, "TIAccountInfo", IsThreeLevels());
   TCustomAccountInfoDataControl& control = opened.Control();
   control.SetColumnList(columns);
   control.SetCurrency(view.FConvert);

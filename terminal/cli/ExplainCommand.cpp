@@ -127,7 +127,7 @@ int TExplainCommand::Run(TSession& session, std::ostream& out) {
   const std::int32_t field = columns.front()->FId;
   LoadFormulas(session, columns.front()->FKey);
 
-  const TOpenedView opened(session, std::nullopt);
+  const TOpenedView opened(session, "TIAccountInfo", std::nullopt);
   TCustomAccountInfoDataControl& control = opened.Control();
   control.SetColumnList(columns);
   control.SetCurrency(view.FConvert);

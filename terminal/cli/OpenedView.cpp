@@ -7,26 +7,29 @@ namespace margindesk {
 
 namespace {
 
-TCustomAccountInfoDataControl* FindTreeControl(const TOpenView* view) {
-  if (view == nullptr) return nullptr;
-  const auto* tree = dynamic_cast<const TVirtualTree*>(view->FFrame->FindComponent("AccountInfoTree"));
+TCustomAccountInfoDataControl* FindTreeControl(TFrame& frame) {
+  const auto* tree = dynamic_cast<const TVirtualTree*>(frame.FindComponent("AccountInfoTree"));
   if (tree == nullptr || tree->GetDataSource() == nullptr) return nullptr;
   return dynamic_cast<TCustomAccountInfoDataControl*>(tree->GetDataSource()->GetDataControl());
 }
 
 }  // namespace
 
-TOpenedView::TOpenedView(TSession& session, std::optional<bool> threeLevels) : FHost(session.Host()) {
+TOpenedView::TOpenedView(TSession& session, const std::string& className, std::optional<bool> threeLevels)
+    : FHost(session.Host()) {
   if (threeLevels) {
     auto& config = FHost.Config();
     config.Override(config.GetUserSection(), "AcctInfoShow3LvInfo", *threeLevels ? "Y" : "N");
   }
   session.Packages();
-  FHandle = FHost.Views().Open("TIAccountInfo");
-  FControl = FindTreeControl(FHost.Views().Find(FHandle));
+  FHandle = FHost.Views().Open(className);
+  if (const TOpenView* view = FHost.Views().Find(FHandle)) {
+    FFrame = view->FFrame;
+    FControl = FindTreeControl(*FFrame);
+  }
   if (FControl != nullptr) return;
   FHost.Views().Close(FHandle);
-  throw TCliError("the package has no account information view");
+  throw TCliError("the packages have no view " + className + " with an account tree");
 }
 
 TOpenedView::~TOpenedView() { FHost.Views().Close(FHandle); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "model/contract/AccountDataControl.h"
 #include "model/contract/Baseview.h"
@@ -8,17 +9,19 @@
 
 namespace margindesk {
 
-// An account information view of the package, opened to be asked about one account's tree and closed when
-// this object goes.
+// A view of the package with an account tree, opened to be asked about one account and closed when this object
+// goes.
 class TOpenedView {
  public:
-  // threeLevels: attribute rows show the account's total, and currencies that are no rows of their own stand
+  // className: of the plug-in object. threeLevels: attribute rows show the account's total, and currencies that are no rows of their own stand
   // converted under it; otherwise every currency is a row of its own; none: as it is configured. Throws
   // TCliError when the package cannot be loaded or offers no such view.
-  TOpenedView(TSession& session, std::optional<bool> threeLevels);
+  TOpenedView(TSession& session, const std::string& className, std::optional<bool> threeLevels);
   ~TOpenedView();
   TOpenedView(const TOpenedView&) = delete;
   TOpenedView& operator=(const TOpenedView&) = delete;
+
+  TFrame& Frame() const noexcept { return *FFrame; }
 
   // The data control of the view's tree. The columns that it is given must outlive this object.
   TCustomAccountInfoDataControl& Control() const noexcept { return *FControl; }
@@ -26,6 +29,7 @@ class TOpenedView {
  private:
   TReferenceHost& FHost;
   TViewHandle FHandle = 0;
+  TFrame* FFrame = nullptr;
   TCustomAccountInfoDataControl* FControl = nullptr;
 };
 
