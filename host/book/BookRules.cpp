@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <iterator>
 #include <unordered_map>
+#include <utility>
 
 #include "host/book/BookSql.h"
 
@@ -133,6 +134,40 @@ std::vector<TBookFinding> FindLinkFaults(TSqliteConnection& connection) {
   return findings;
 }
 
+std::vector<TBookFinding> FindSpreadBandFaults(TSqliteConnection& connection) {
+  std::vector<TBookFinding> findings;
+  TSqliteStatement statement(
+      connection,
+      "SELECT row_number, market_code, lower_limit, upper_limit FROM spread_bands ORDER BY row_number");
+  std::unordered_map<std::string, double> ends;  // of the market's bands so far
+  while (statement.Step() && findings.size() < kMostFindings) {
+    const double lower = statement.Number(2);
+    const double upper = statement.Number(3);
+    const auto [end, isFirst] = ends.try_emplace(std::string(statement.Text(1)), upper);
+    if (!isFirst && lower != std::exchange(end->second, upper)) {
+      findings.push_back({TTable::kSpreadBands, statement.Integer(0), "lower_limit",
+                          "must be the upper limit of the market's band before"});
+    } else if (upper <= lower) {
+      findings.push_back(
+          {TTable::kSpreadBands, statement.Integer(0), "upper_limit", "must be above the lower limit"});
+    }
+  }
+  return findings;
+}
+
+std::vector<TBookFinding> FindOrderFaults(TSqliteConnection& connection) {
+  std::vector<TBookFinding> findings;
+  TSqliteStatement statement(connection,
+                             "SELECT row_number FROM orders WHERE filled_quantity > quantity ORDER BY "
+                             "row_number LIMIT " +
+                                 std::to_string(kMostFindings));
+  while (statement.Step()) {
+    findings.push_back(
+        {TTable::kOrders, statement.Integer(0), "filled_quantity", "more is filled than was ordered"});
+  }
+  return findings;
+}
+
 struct TBookRule {
   TTable FTable;
   std::vector<TBookFinding> (*FFind)(TSqliteConnection& connection);
@@ -142,6 +177,8 @@ constexpr TBookRule kRules[] = {
     {TTable::kCurrencies, FindBaseCurrencyFaults},
     {TTable::kAccounts, FindMasterFaults},
     {TTable::kChinaConnectLinks, FindLinkFaults},
+    {TTable::kSpreadBands, FindSpreadBandFaults},
+    {TTable::kOrders, FindOrderFaults},
 };
 
 }  // namespace

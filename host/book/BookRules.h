@@ -29,8 +29,9 @@ struct TBookFinding {
 // References: a value is among those of the column that it refers to.
 std::vector<TBookFinding> FindBrokenReferences(TSqliteConnection& connection);
 // The rest: exactly one base currency, whose ratio is 1; a master is a master account and no account is its
-// own master through any number of others; no account is linked to itself. Only the rules about the given
-// tables are looked at.
+// own master through any number of others; no account is linked to itself; the price bands of a market follow
+// each other upward without gaps; no more of an order is filled than was ordered. Only the rules about the
+// given tables are looked at.
 std::vector<TBookFinding> FindBrokenRules(TSqliteConnection& connection, const std::set<TTable>& tables);
 std::vector<TBookFinding> FindBrokenRules(TSqliteConnection& connection);
 

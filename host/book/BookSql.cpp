@@ -151,7 +151,8 @@ std::string UpsertSql(const TBookTable& table) {
   for (const TBookColumn& column : table.FColumns) {
     if (!column.FKey) changes.Add(SqlName(column.FName) + " = excluded." + SqlName(column.FName));
   }
-  return InsertSql(table) + " ON CONFLICT (" + SqlKey(table) + ") DO UPDATE SET " + changes.Text();
+  return InsertSql(table) + " ON CONFLICT (" + SqlKey(table) + ") DO " +
+         (changes.Text().empty() ? "NOTHING" : "UPDATE SET " + changes.Text());
 }
 
 std::string ReadSql(const TBookTable& table) {

@@ -31,6 +31,12 @@ enum class TTable : std::size_t {
   kFigures,
   kConsolidated,
   kPositions,
+  kSpreadBands,
+  kOrderOptions,
+  kMargins,
+  kCharges,
+  kOrders,
+  kFills,
 };
 
 struct TBookTable {
@@ -58,6 +64,7 @@ constexpr TBookColumn CurrencyColumn() { return TextColumn("currency").To(TTable
 constexpr TBookColumn SymbolColumn(std::string_view name) {
   return TextColumn(name).To(TTable::kProducts, "symbol");
 }
+constexpr TBookColumn ExchangeColumn() { return TextColumn("exchange").To(TTable::kExchanges, "exchange"); }
 // An empty currency is the account's total row, which is in the base currency.
 constexpr TBookColumn CurrencyOrTotalColumn() { return CurrencyColumn().Nullable(); }
 
@@ -73,6 +80,11 @@ constexpr auto WithFigureColumns(const std::array<TBookColumn, N>& leading) {
 inline constexpr std::string_view kBookSettingNames[] = {"multi_currency", "china_connect"};
 inline constexpr std::string_view kBookOptionRights[] = {"C", "P"};
 inline constexpr std::string_view kBookPositionSides[] = {"L", "S"};
+inline constexpr std::string_view kBookOrderOptions[] = {"Open", "Close", "Client", "House", "RT"};
+inline constexpr std::string_view kBookOrderSides[] = {"B", "S"};
+inline constexpr std::string_view kBookOpenCloses[] = {"Open", "Close"};
+inline constexpr std::string_view kBookPrincipals[] = {"Client", "House", "RT"};
+inline constexpr std::string_view kBookOrderStates[] = {"resting", "filled", "cancelled"};
 
 inline constexpr TBookColumn kSettingsColumns[] = {
     ChoiceColumn("name", kBookSettingNames).Key(),
@@ -95,7 +107,7 @@ inline constexpr TBookColumn kExchangesColumns[] = {
 inline constexpr TBookColumn kProductsColumns[] = {
     TextColumn("symbol").Key(),
     TextColumn("name").Nullable(),
-    TextColumn("exchange").To(TTable::kExchanges, "exchange"),
+    ExchangeColumn(),
     CurrencyColumn(),
     IntegerColumn("product_type").AtLeast(0),
     NumberColumn("lot_size").Above(0),
@@ -211,6 +223,58 @@ inline constexpr TBookColumn kPositionsColumns[] = {
     NumberColumn("average_price"),
 };
 
+inline constexpr TBookColumn kSpreadBandsColumns[] = {
+    TextColumn("market_code").Key(),
+    NumberColumn("lower_limit").AtLeast(0).Key(),
+    NumberColumn("upper_limit").Above(0),
+    NumberColumn("tick").Above(0),
+};
+
+inline constexpr TBookColumn kOrderOptionsColumns[] = {
+    ExchangeColumn().Key(),
+    ChoiceColumn("option", kBookOrderOptions).Key(),
+};
+
+inline constexpr TBookColumn kMarginsColumns[] = {
+    SymbolColumn("symbol").Key(),
+    NumberColumn("initial_ratio").AtLeast(0),
+    NumberColumn("maintenance_ratio").AtLeast(0),
+    NumberColumn("minimum_ratio").AtLeast(0),
+    NumberColumn("lending_ratio").AtLeast(0),
+    NumberColumn("initial_lot").AtLeast(0),
+    NumberColumn("maintenance_lot").AtLeast(0),
+    NumberColumn("initial_spread_lot").AtLeast(0),
+    NumberColumn("maintenance_spread_lot").AtLeast(0),
+};
+
+inline constexpr TBookColumn kChargesColumns[] = {
+    ExchangeColumn().Key(),
+    NumberColumn("rate").AtLeast(0),
+    NumberColumn("per_unit").AtLeast(0),
+    NumberColumn("minimum").AtLeast(0),
+};
+
+inline constexpr TBookColumn kOrdersColumns[] = {
+    TextColumn("order_id").Key(),
+    AccountColumn("account"),
+    SymbolColumn("symbol"),
+    ChoiceColumn("side", kBookOrderSides),
+    NumberColumn("price").AtLeast(0),
+    NumberColumn("quantity").Above(0),
+    NumberColumn("filled_quantity").AtLeast(0),
+    ChoiceColumn("open_close", kBookOpenCloses).Nullable(),
+    ChoiceColumn("principal", kBookPrincipals).Nullable(),
+    FlagColumn("market"),
+    ChoiceColumn("state", kBookOrderStates),
+    TextColumn("entered"),
+};
+
+inline constexpr TBookColumn kFillsColumns[] = {
+    TextColumn("fill_id").Key(),       TextColumn("order_id").To(TTable::kOrders, "order_id"),
+    NumberColumn("price").Above(0),    NumberColumn("quantity").Above(0),
+    NumberColumn("charge").AtLeast(0), TextColumn("time"),
+};
+
 // In the order of TTable. A table stands after those it refers to.
 inline constexpr auto kBookTables = std::to_array<TBookTable>({
     {TTable::kSettings, "settings", false, 1, kSettingsColumns},
@@ -228,6 +292,12 @@ inline constexpr auto kBookTables = std::to_array<TBookTable>({
     {TTable::kFigures, "figures", false, 1, kFiguresColumns},
     {TTable::kConsolidated, "consolidated", false, 1, kConsolidatedColumns},
     {TTable::kPositions, "positions", false, 1, kPositionsColumns},
+    {TTable::kSpreadBands, "spread_bands", false, 2, kSpreadBandsColumns},
+    {TTable::kOrderOptions, "order_options", false, 2, kOrderOptionsColumns},
+    {TTable::kMargins, "margins", false, 2, kMarginsColumns},
+    {TTable::kCharges, "charges", false, 2, kChargesColumns},
+    {TTable::kOrders, "orders", false, 2, kOrdersColumns},
+    {TTable::kFills, "fills", false, 2, kFillsColumns},
 });
 
 // The schema version that this program writes; it refuses a book with a higher one.

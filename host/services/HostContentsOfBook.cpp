@@ -1,16 +1,17 @@
 #include "host/services/HostContentsOfBook.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <unordered_map>
 
 #include "host/book/Book.h"
+#include "host/services/FactColumns.h"
 
 namespace margindesk {
 
 namespace {
-
-constexpr std::size_t At(TTable table, std::string_view column) { return BookTable(table).Column(column); }
 
 TCode CodeAt(const TBookRows& rows, std::size_t column) { return TCode(rows.Text(column)); }
 std::string TextAt(const TBookRows& rows, std::size_t column) { return std::string(rows.Text(column)); }
@@ -18,6 +19,18 @@ std::string TextAt(const TBookRows& rows, std::size_t column) { return std::stri
 std::optional<std::int32_t> OptionalAt(const TBookRows& rows, std::size_t column) {
   if (rows.IsEmpty(column)) return std::nullopt;
   return rows.Integer(column);
+}
+
+template <class TFacts, std::size_t N>
+void ReadNumbers(const TBookRows& rows, const TNumberColumn<TFacts> (&columns)[N], TFacts& facts) {
+  for (const TNumberColumn<TFacts>& column : columns) {
+    facts.*column.FNumber = rows.Number(column.FColumn);
+  }
+}
+
+// The place of a choice in the list of the column's choices; that many when it is none of them.
+std::size_t ChoiceAt(const TBookRows& rows, std::size_t column, std::span<const std::string_view> names) {
+  return static_cast<std::size_t>(std::ranges::find(names, rows.Text(column)) - names.begin());
 }
 
 void ReadSettings(TBook& book, THostContents& contents) {
@@ -67,6 +80,10 @@ void ReadProducts(TBook& book, THostContents& contents) {
     product.FMinimum = rows.Number(At(table, "otc_minimum"));
     product.FIncrement = rows.Number(At(table, "otc_increment"));
     product.FMarketCode = CodeAt(rows, At(table, "market_code"));
+    product.FUnderlying = CodeAt(rows, At(table, "underlying"));
+    product.FStrike = rows.Number(At(table, "strike"));
+    const std::string_view right = rows.Text(At(table, "option_right"));
+    product.FOptionRight = right.empty() ? '\0' : right.front();
   }
 }
 
@@ -195,30 +212,6 @@ void ReadCustomFigures(TBook& book, THostContents& contents) {
   }
 }
 
-struct TPositionNumber {
-  std::size_t FColumn;
-  double TPositionFacts::*FNumber;
-};
-
-constexpr TPositionNumber kPositionNumbers[] = {
-    {At(TTable::kPositions, "holding_quantity"), &TPositionFacts::FHoldingQuantity},
-    {At(TTable::kPositions, "excluded_quantity"), &TPositionFacts::FExcludedQuantity},
-    {At(TTable::kPositions, "completed_buy_amount"), &TPositionFacts::FCompletedBuyAmount},
-    {At(TTable::kPositions, "completed_sell_amount"), &TPositionFacts::FCompletedSellAmount},
-    {At(TTable::kPositions, "pl_first_part"), &TPositionFacts::FPLFirstPart},
-    {At(TTable::kPositions, "pl_second_part"), &TPositionFacts::FPLSecondPart},
-    {At(TTable::kPositions, "realized_pl"), &TPositionFacts::FRealizedPL},
-    {At(TTable::kPositions, "bod_quantity"), &TPositionFacts::FBODQuantity},
-    {At(TTable::kPositions, "voucher_quantity"), &TPositionFacts::FVoucherQuantity},
-    {At(TTable::kPositions, "today_buy_quantity"), &TPositionFacts::FTodayBuyQuantity},
-    {At(TTable::kPositions, "today_sell_quantity"), &TPositionFacts::FTodaySellQuantity},
-    {At(TTable::kPositions, "quantity"), &TPositionFacts::FQuantity},
-    {At(TTable::kPositions, "covered_quantity"), &TPositionFacts::FCoveredQuantity},
-    {At(TTable::kPositions, "average_price"), &TPositionFacts::FAveragePrice},
-    {At(TTable::kPositions, "buy_average_price"), &TPositionFacts::FBuyAveragePrice},
-    {At(TTable::kPositions, "sell_average_price"), &TPositionFacts::FSellAveragePrice},
-};
-
 void ReadPositions(TBook& book, THostContents& contents) {
   constexpr auto table = TTable::kPositions;
   TBookRows rows = book.Read(table);
@@ -229,9 +222,68 @@ void ReadPositions(TBook& book, THostContents& contents) {
     position.FSymbol = CodeAt(rows, At(table, "symbol"));
     position.FPriceBased = rows.Flag(At(table, "price_based"));
     position.FShort = rows.Text(At(table, "side")) == "S";
-    for (const TPositionNumber& number : kPositionNumbers) {
-      position.*number.FNumber = rows.Number(number.FColumn);
+    ReadNumbers(rows, kPositionNumbers, position);
+  }
+}
+
+void ReadMarkets(TBook& book, THostContents& contents) {
+  constexpr auto bandTable = TTable::kSpreadBands;
+  TBookRows bands = book.Read(bandTable);
+  while (bands.Next()) {
+    contents.FSpreadBands.push_back(
+        {CodeAt(bands, At(bandTable, "market_code")), bands.Number(At(bandTable, "lower_limit")),
+         bands.Number(At(bandTable, "upper_limit")), bands.Number(At(bandTable, "tick"))});
+  }
+  constexpr auto optionTable = TTable::kOrderOptions;
+  TBookRows options = book.Read(optionTable);
+  while (options.Next()) {
+    contents.FOrderOptions.push_back(
+        {CodeAt(options, At(optionTable, "exchange")), TextAt(options, At(optionTable, "option"))});
+  }
+  constexpr auto chargeTable = TTable::kCharges;
+  TBookRows charges = book.Read(chargeTable);
+  while (charges.Next()) {
+    contents.FCharges.push_back(
+        {CodeAt(charges, At(chargeTable, "exchange")), charges.Number(At(chargeTable, "rate")),
+         charges.Number(At(chargeTable, "per_unit")), charges.Number(At(chargeTable, "minimum"))});
+  }
+  TBookRows margins = book.Read(TTable::kMargins);
+  while (margins.Next()) {
+    TMarginFacts& margin = contents.FMargins.emplace_back();
+    margin.FSymbol = CodeAt(margins, At(TTable::kMargins, "symbol"));
+    ReadNumbers(margins, kMarginNumbers, margin);
+  }
+}
+
+void ReadOrders(TBook& book, THostContents& contents) {
+  constexpr auto table = TTable::kOrders;
+  TBookRows rows = book.Read(table);
+  while (rows.Next()) {
+    TOrderFacts& order = contents.FOrders.emplace_back();
+    order.FOrderID = TextAt(rows, At(table, "order_id"));
+    order.FAccount = CodeAt(rows, At(table, "account"));
+    order.FSymbol = CodeAt(rows, At(table, "symbol"));
+    ReadNumbers(rows, kOrderNumbers, order);
+    for (const TOrderChoice& choice : kOrderChoices) {
+      if (rows.IsEmpty(choice.FColumn)) continue;
+      const std::size_t place = ChoiceAt(rows, choice.FColumn, choice.FNames);
+      order.*choice.FNumber = choice.FFirst + static_cast<std::int32_t>(place);
     }
+    order.FMarket = rows.Flag(At(table, "market"));
+    order.FState = static_cast<TOrderState>(ChoiceAt(rows, At(table, "state"), kBookOrderStates));
+    order.FEntered = TextAt(rows, At(table, "entered"));
+  }
+}
+
+void ReadFills(TBook& book, THostContents& contents) {
+  constexpr auto table = TTable::kFills;
+  TBookRows rows = book.Read(table);
+  while (rows.Next()) {
+    TFillFacts& fill = contents.FFills.emplace_back();
+    fill.FFillID = TextAt(rows, At(table, "fill_id"));
+    fill.FOrderID = TextAt(rows, At(table, "order_id"));
+    fill.FTime = TextAt(rows, At(table, "time"));
+    ReadNumbers(rows, kFillNumbers, fill);
   }
 }
 
@@ -251,6 +303,9 @@ THostContents ReadHostContents(TBook& book) {
   ReadFigures(book, contents);
   ReadCustomFigures(book, contents);
   ReadPositions(book, contents);
+  ReadMarkets(book, contents);
+  ReadOrders(book, contents);
+  ReadFills(book, contents);
   return contents;
 }
 

@@ -26,6 +26,29 @@ const std::string& THostData::GetCustomFieldKey(std::string_view table, std::str
   return found == FCustomFieldKeys.end() ? TCode().Text() : found->second;
 }
 
+const std::vector<std::string>& THostData::GetOrderOptions(TCode exchange) const noexcept {
+  static const std::vector<std::string> kNone;
+  const std::vector<std::string>* options = FOrderOptions.Find(exchange);
+  return options != nullptr ? *options : kNone;
+}
+
+const TOrderFacts* THostData::FindOrder(std::string_view orderID) const noexcept {
+  const auto found = FOrders.find(orderID);
+  return found == FOrders.end() ? nullptr : &found->second.FOrder;
+}
+
+const std::vector<const TOrderFacts*>& THostData::GetOrders(TCode account) const noexcept {
+  static const std::vector<const TOrderFacts*> kNone;
+  const auto* orders = FOrdersOf.Find(account);
+  return orders != nullptr ? *orders : kNone;
+}
+
+const std::vector<TFillFacts>& THostData::GetFills(std::string_view orderID) const noexcept {
+  static const std::vector<TFillFacts> kNone;
+  const auto found = FOrders.find(orderID);
+  return found == FOrders.end() ? kNone : found->second.FFills;
+}
+
 const std::vector<TCode>& THostData::GetHolders(TCode symbol) {
   THolders& holders = FHolders.Make(symbol);
   if (std::exchange(holders.FMayRepeat, false)) {
@@ -41,6 +64,8 @@ void THostData::Replace(const THostContents& contents) {
   ClearExchanges();
   ClearProducts();
   ClearAccounts();
+  ClearOrders();
+  PutMarkets(contents);
   FMultiCurrency = contents.FMultiCurrency;
   FChinaConnect = contents.FChinaConnect;
   FCustomFieldKeys = contents.FCustomFieldKeys;
@@ -55,6 +80,9 @@ void THostData::Replace(const THostContents& contents) {
   std::map<TCode, std::vector<TPositionFacts>, TCodeTextLess> positions;
   for (const TPositionFacts& facts : contents.FPositions) positions[facts.FAccount].push_back(facts);
   for (auto& [account, list] : positions) SetPositions(account, std::move(list));
+
+  for (const TOrderFacts& facts : contents.FOrders) SetOrder(facts);
+  for (const TFillFacts& facts : contents.FFills) AddFill(facts);
 
   THostChanges& changes = Mark();
   changes.FMultiCurrency = changes.FCurrencyList = changes.FCurrencyRatio = true;
@@ -104,6 +132,37 @@ void THostData::ClearAccounts() {
     Mark().FMonitored.Insert(code);
   }
   FAccountList.clear();
+}
+
+void THostData::ClearOrders() {
+  for (const TOrderFacts* order : FOrderList) {
+    FOrdersOf.Make(order->FAccount).clear();
+    Mark().FOrders.Insert(order->FAccount);
+  }
+  FOrderList.clear();
+  FOrders.clear();
+}
+
+void THostData::PutMarkets(const THostContents& contents) {
+  for (const TCode key : FMarketKeys) {
+    FSpreadTables.Make(key).Clear();
+    FMargins.Make(key) = TMarginFacts();
+    FCharges.Make(key) = TChargeFacts();
+    FOrderOptions.Make(key).clear();
+  }
+  FMarketKeys.clear();
+  const auto made = [this]<class T>(TNumberTable<T>& table, TCode key) -> T& {
+    FMarketKeys.push_back(key);
+    return table.Make(key);
+  };
+  for (const TSpreadBandFacts& facts : contents.FSpreadBands) {
+    made(FSpreadTables, facts.FMarketCode).Add(facts);
+  }
+  for (const TMarginFacts& facts : contents.FMargins) made(FMargins, facts.FSymbol) = facts;
+  for (const TChargeFacts& facts : contents.FCharges) made(FCharges, facts.FExchange) = facts;
+  for (const TOrderOptionFacts& facts : contents.FOrderOptions) {
+    made(FOrderOptions, facts.FExchange).push_back(facts.FOption);
+  }
 }
 
 TAccountRecord& THostData::MakeAccount(TCode account) {

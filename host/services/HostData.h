@@ -15,6 +15,7 @@
 #include "host/services/NumberTable.h"
 #include "host/services/PositionRecord.h"
 #include "host/services/ProductRecord.h"
+#include "host/services/SpreadTableRecord.h"
 #include "host/services/SubItemRecord.h"
 
 namespace margindesk {
@@ -34,6 +35,7 @@ struct THostChanges {
   TCodeSet FMonitored;  // what the monitor tells of an account: margin class and day-trade status
   TCodeSet FOnline;     // online status
   TCodeSet FSymbols;    // prices, facts or feed status
+  TCodeSet FOrders;     // accounts of which orders changed
   std::map<TCode, TPositions, TCodeTextLess> FPositions;
 };
 
@@ -89,6 +91,27 @@ class THostData {
     return facts != nullptr && !facts->FExchange.IsEmpty() ? facts : nullptr;
   }
 
+  // Null where the book gives none.
+  const TSpreadTableRecord* FindSpreadTable(TCode marketCode) const noexcept {
+    const TSpreadTableRecord* table = FSpreadTables.Find(marketCode);
+    return table != nullptr && !table->IsEmpty() ? table : nullptr;
+  }
+  const TMarginFacts* FindMargin(TCode symbol) const noexcept {
+    const TMarginFacts* facts = FMargins.Find(symbol);
+    return facts != nullptr && !facts->FSymbol.IsEmpty() ? facts : nullptr;
+  }
+  const TChargeFacts* FindCharge(TCode exchange) const noexcept {
+    const TChargeFacts* facts = FCharges.Find(exchange);
+    return facts != nullptr && !facts->FExchange.IsEmpty() ? facts : nullptr;
+  }
+  const std::vector<std::string>& GetOrderOptions(TCode exchange) const noexcept;  // in their order
+
+  // Orders, in the order of entry; they stay where they are until the contents are replaced.
+  const TOrderFacts* FindOrder(std::string_view orderID) const noexcept;  // null when unknown
+  const std::vector<const TOrderFacts*>& GetOrders() const noexcept { return FOrderList; }
+  const std::vector<const TOrderFacts*>& GetOrders(TCode account) const noexcept;
+  const std::vector<TFillFacts>& GetFills(std::string_view orderID) const noexcept;  // in the order of time
+
   bool IsMultiCurrency() const noexcept { return FMultiCurrency; }
   bool IsChinaConnectOn() const noexcept { return FChinaConnect; }
   TCode GetBaseCurrency() const noexcept { return FBaseCurrency; }  // empty when there is none
@@ -123,6 +146,8 @@ class THostData {
   void SetPositions(TCode account, std::vector<TPositionFacts> positions);  // all of an account that is there
   void UpsertPosition(TPositionFacts facts);                                // of an account that is there
   bool RemovePosition(TCode account, std::string_view key);                 // false when there is none
+  void SetOrder(const TOrderFacts& facts);  // adds, or replaces; an order keeps its account
+  void AddFill(const TFillFacts& facts);    // of an order that is there
   void SetCustomFieldKey(std::string table, std::string field, std::string key);
 
   // --- what changed
@@ -145,6 +170,11 @@ class THostData {
     bool FMayRepeat = false;
   };
 
+  struct TOrderEntry {
+    TOrderFacts FOrder;
+    std::vector<TFillFacts> FFills;
+  };
+
   TAccountRecord& MakeAccount(TCode account);
   TAccountRecord* FindOwn(TCode account) const noexcept;
   void PutCurrency(const TCurrencyFacts& facts);
@@ -157,6 +187,8 @@ class THostData {
   void ClearExchanges();
   void ClearProducts();
   void ClearAccounts();
+  void ClearOrders();
+  void PutMarkets(const THostContents& contents);
   void AddHolder(TCode symbol, TCode account);
   TPositionBlock::TItemOf GetItemOf();
   THostChanges& Mark();
@@ -175,6 +207,14 @@ class THostData {
   TNumberTable<std::unique_ptr<TAccountRecord>> FAccounts;
   std::vector<TCode> FAccountList;
   TCustomFieldKeys FCustomFieldKeys;
+  TNumberTable<TSpreadTableRecord> FSpreadTables;        // by market code
+  TNumberTable<TMarginFacts> FMargins;                   // by symbol
+  TNumberTable<TChargeFacts> FCharges;                   // by exchange
+  TNumberTable<std::vector<std::string>> FOrderOptions;  // by exchange
+  std::vector<TCode> FMarketKeys;                        // every code under which those four have something
+  std::map<std::string, TOrderEntry, std::less<>> FOrders;
+  std::vector<const TOrderFacts*> FOrderList;
+  TNumberTable<std::vector<const TOrderFacts*>> FOrdersOf;  // by account
 
   THostChanges FChanges;
   bool FChanged = false;

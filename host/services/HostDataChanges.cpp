@@ -136,6 +136,26 @@ bool THostData::RemovePosition(TCode account, std::string_view key) {
   return true;
 }
 
+void THostData::SetOrder(const TOrderFacts& facts) {
+  const auto [entry, isNew] = FOrders.try_emplace(facts.FOrderID);
+  TOrderFacts& order = entry->second.FOrder;
+  const TCode account = isNew ? facts.FAccount : order.FAccount;
+  order = facts;
+  order.FAccount = account;
+  if (isNew) {
+    FOrderList.push_back(&order);
+    FOrdersOf.Make(account).push_back(&order);
+  }
+  Mark().FOrders.Insert(account);
+}
+
+void THostData::AddFill(const TFillFacts& facts) {
+  const auto found = FOrders.find(facts.FOrderID);
+  if (found == FOrders.end()) return;
+  found->second.FFills.push_back(facts);
+  Mark().FOrders.Insert(found->second.FOrder.FAccount);
+}
+
 void THostData::SetCustomFieldKey(std::string table, std::string field, std::string key) {
   FCustomFieldKeys[{std::move(table), std::move(field)}] = std::move(key);
 }

@@ -39,4 +39,14 @@ std::string TOrderAdapter::GetRemarkText(const TCustomClientOrder& order) const 
   }
 }
 
+std::int32_t TOrderAdapter::GetOrderOptionCount(TCode exchange) const {
+  return static_cast<std::int32_t>(FData.GetOrderOptions(exchange).size());
+}
+
+const std::string& TOrderAdapter::GetOrderOption(TCode exchange, std::int32_t index) const {
+  const std::vector<std::string>& options = FData.GetOrderOptions(exchange);
+  const auto place = static_cast<std::size_t>(index);  // far out of range for a negative index
+  return place < options.size() ? options[place] : TCode().Text();
+}
+
 }  // namespace margindesk

@@ -5,7 +5,7 @@
 
 namespace margindesk {
 
-// Client orders and their texts. The book holds no order options, so no exchange has any.
+// Client orders and their texts, and the order options of the host's data, which must outlive the adapter.
 class TOrderAdapter final : public TCustomOrderAdapter {
  public:
   explicit TOrderAdapter(const THostData& data) : FData(data) {}
@@ -16,10 +16,8 @@ class TOrderAdapter final : public TCustomOrderAdapter {
   // What is special about the order: a fund subscription or redemption, a bond over the counter. "" for the
   // rest.
   std::string GetRemarkText(const TCustomClientOrder& order) const override;
-  std::int32_t GetOrderOptionCount(TCode /*exchange*/) const override { return 0; }
-  const std::string& GetOrderOption(TCode /*exchange*/, std::int32_t /*index*/) const override {
-    return TCode().Text();
-  }
+  std::int32_t GetOrderOptionCount(TCode exchange) const override;
+  const std::string& GetOrderOption(TCode exchange, std::int32_t index) const override;
 
  private:
   const THostData& FData;

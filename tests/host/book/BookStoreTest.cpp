@@ -53,6 +53,22 @@ TEST_F(BookStore, OnlyABookOfAKnownVersionIsOpened) {
   EXPECT_EQ(ReadBookTexts(other.parent_path()), before);
 }
 
+TEST_F(BookStore, ABookOfTheFirstVersionGainsTheTablesOfOrdersAndKeepsItsRows) {
+  TSqliteConnection old(FFile, TStoreMode::kExisting);
+  old.Execute("PRAGMA foreign_keys = OFF");
+  for (const TBookTable& table : kBookTables) {
+    if (table.FSince > 1) old.Execute("DROP TABLE " + std::string(table.FName));
+  }
+  old.Execute("PRAGMA user_version = 1");
+  TBook book(FFile, TStoreMode::kExisting);
+  TBookTexts expected = SmallBookTexts();
+  for (const TBookTable& table : kBookTables) {
+    std::string& text = expected.at(std::string(table.FName) + ".csv");
+    if (table.FSince > 1) text.resize(text.find('\n') + 1);
+  }
+  EXPECT_EQ(ExportedTexts(book), expected);
+}
+
 TEST_F(BookStore, AChangeHoldsFromItsCommitOnAndIsUndoneWithoutOne) {
   TBook book(FFile, TStoreMode::kExisting);
   for (const bool commits : {false, true}) {
