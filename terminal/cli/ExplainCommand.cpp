@@ -32,26 +32,14 @@ TColumnList MakeColumn(const std::string& key) {
     // Behind the reserved column, unless that is the one.
     if (columns.size() > 1) columns.erase(columns.begin());
   }
-  if (columns.size() != 1 || columns.front()->FId == kFieldStatus) {
-    throw TCliError(QuotedForMessage(key) + " is no figure; name one column, as MarginLevel");
+  if (columns.size() != 1) {
+    throw TCliError(QuotedForMessage(key) + " is not one column; name one, as MarginLevel");
+  }
+  if (columns.front()->FId == kFieldStatus) {
+    throw TCliError(QuotedForMessage(key) +
+                    " is the trading period of each exchange, a text; there is no figure to explain");
   }
   return columns;
-}
-
-std::string MakeFileAddress(const std::string& file) {
-  constexpr std::string_view kPlain = "/-._~";
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string address = "file://";
-  for (const char c : file) {
-    const auto byte = static_cast<unsigned char>(c);
-    const bool letterOrDigit = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-    if (letterOrDigit || kPlain.find(c) != std::string_view::npos) {
-      address += c;
-    } else {
-      address.append(1, '%').append(1, kDigits[byte / 16]).append(1, kDigits[byte % 16]);
-    }
-  }
-  return address;
 }
 
 // Has the package load the formulas that are configured, else those that come along, and open its views with
@@ -63,7 +51,7 @@ void LoadFormulas(TSession& session, const std::string& columnKey) {
   config.Override(section, "Default_AccountInfoColumn", columnKey);
   if (config.ReadString(section, "FormulaURL").empty()) {
     const auto file = GetResourceDirectory(session.Terminal().FEnvironment) / "formulas.txt";
-    config.Override(section, "FormulaURL", MakeFileAddress(std::filesystem::absolute(file).string()));
+    config.Override(section, "FormulaURL", MakeFileAddress(file));
   }
   session.Packages();
   // The file service gives a fetch up in the end.
@@ -138,7 +126,7 @@ int TExplainCommand::Run(TSession& session, std::ostream& out) {
 
   figure.FFormula = ReadFormula(*host.Views().GetViews().back().FFrame, field);
   figure.FTerm = ExplainFigure(control, account, field, IsThreeLevels(host.Config()));
-  figure.FSource = GetSourceOfField(field);
+  figure.FSource = GetSourceOfField(control, field);
   if (FFormat == "json") {
     WriteExplanationJson(out, figure);
   } else {

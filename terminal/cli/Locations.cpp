@@ -73,6 +73,22 @@ fs::path GetPackageFile(const TEnvironment& environment) {
   throw TCliError("the package accountviews.so is not found; name its file in MARGINDESK_PACKAGE");
 }
 
+std::string MakeFileAddress(const fs::path& file) {
+  constexpr std::string_view kPlain = "/-._~";
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string address = "file://";
+  for (const char c : fs::absolute(file).lexically_normal().string()) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool letterOrDigit = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    if (letterOrDigit || kPlain.find(c) != std::string_view::npos) {
+      address += c;
+    } else {
+      address.append(1, '%').append(1, kDigits[byte / 16]).append(1, kDigits[byte % 16]);
+    }
+  }
+  return address;
+}
+
 void MakePrivateDirectory(const fs::path& directory) {
   std::error_code error;
   if (fs::is_directory(directory, error)) return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "terminal/cli/Terminal.h"
 
@@ -20,6 +21,9 @@ std::filesystem::path GetResourceDirectory(const TEnvironment& environment);
 // The package to load: $MARGINDESK_PACKAGE where that is set, else beside the program where it was installed
 // or built. Throws TCliError when there is none; a file that is named need not be there.
 std::filesystem::path GetPackageFile(const TEnvironment& environment);
+
+// The address of a file, as the file service fetches it. A relative name counts from the current directory.
+std::string MakeFileAddress(const std::filesystem::path& file);
 
 // Makes a directory and those above it where they are missing, for the user alone. Throws TCliError.
 void MakePrivateDirectory(const std::filesystem::path& directory);

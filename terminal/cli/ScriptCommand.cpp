@@ -12,7 +12,9 @@
 #include "host/book/BookError.h"
 #include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
+#include "terminal/cli/Locations.h"
 #include "terminal/cli/Script.h"
+#include "terminal/cli/ScriptSteps.h"
 #include "terminal/cli/Session.h"
 
 namespace margindesk {
@@ -49,6 +51,18 @@ void TScriptCommand::AddOptions(CLI::App& app) {
   app.add_flag("--strict", FStrict, "End with the first step that fails");
   app.add_option("--workspaces", FWorkspaces, "Keep workspaces here (default: gone at the end)")
       ->option_text("FOLDER");
+  constexpr std::size_t kWidth = 78;
+  std::string steps = "Steps (docs/script.md describes them):\n ";
+  std::size_t column = 1;
+  for (const TScriptStep& step : GetScriptSteps()) {
+    if (column + 1 + step.FName.size() > kWidth) {
+      steps += "\n ";
+      column = 1;
+    }
+    steps.append(" ").append(step.FName);
+    column += 1 + step.FName.size();
+  }
+  app.footer(steps);
 }
 
 int TScriptCommand::Run(TSession& session, std::ostream& out) {
@@ -74,9 +88,10 @@ bool TScriptCommand::RunSteps(TSession& session, std::istream& in, std::ostream&
   options.FClock = [&clock] { return clock.Now(); };
   TReferenceHost host(session.Book(), options);
   TPackages packages(host);
-  LoadPackage(packages, session.Terminal().FEnvironment);
-  TScriptSession script(
-      host, clock, [&] { host.Reload(session.Book()); }, &packages);
+  const TEnvironment& environment = session.Terminal().FEnvironment;
+  LoadPackage(packages, environment);
+  TScriptSession script(host, clock, [&] { host.Reload(session.Book()); }, &packages,
+                        {fs::path(FFile).parent_path(), GetPackageFile(environment)});
   const bool fine = RunScript(script, in, out, FStrict);
   outputError = out ? 0 : errno;
   script.TakeMessages();  // they were the steps' own

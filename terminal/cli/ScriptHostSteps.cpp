@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/book/BookError.h"
+#include "terminal/cli/Locations.h"
 #include "terminal/cli/ScriptJournal.h"
 #include "terminal/cli/ScriptSteps.h"
 
@@ -34,7 +35,10 @@ TJson Language(TScriptSession& session, const TScriptArguments& step) {
 TJson Config(TScriptSession& session, const TScriptArguments& step) {
   TConfigManager& config = session.Host().Config();
   const std::string section = step.Has("section") ? step.Text("section") : config.GetUserSection();
-  config.Store(section, step.Text("key"), step.Text("value"), true);
+  if (step.Has("value") == step.Has("file")) throw TScriptError("the step takes a \"value\" or a \"file\"");
+  const std::string value =
+      step.Has("value") ? step.Text("value") : MakeFileAddress(session.Files().FFolder / step.Text("file"));
+  config.Store(section, step.Text("key"), value, true);
   return TJson::object();
 }
 
@@ -116,7 +120,9 @@ TJson MakePackagesJson(const TPackages& packages) {
 
 TJson Load(TScriptSession& session, const TScriptArguments& step) {
   TPackages& packages = session.Packages();
-  const std::string refusal = packages.Load(step.Text("file"));
+  const TScriptFiles& files = session.Files();
+  const std::string refusal =
+      packages.Load(step.Has("file") ? files.FFolder / step.Text("file") : files.FPackage);
   if (!refusal.empty()) throw TScriptError(refusal);
   return MakePackagesJson(packages);
 }
@@ -138,14 +144,18 @@ TJson Journal(TScriptSession& session, const TScriptArguments& /*step*/) {
 }  // namespace
 
 std::vector<TScriptStep> MakeHostSteps() {
-  const TScriptMember value{"value"};
   return {{"ticks", {{"count", TScriptKind::kInteger, false}}, &Ticks},
           {"language", {{"index", TScriptKind::kInteger}}, &Language},
-          {"config", {{"section", TScriptKind::kText, false}, {"key"}, value}, &Config},
+          {"config",
+           {{"section", TScriptKind::kText, false},
+            {"key"},
+            {"value", TScriptKind::kText, false},
+            {"file", TScriptKind::kText, false}},
+           &Config},
           {"price", {{"symbol"}, {"value", TScriptKind::kNumber}}, &Price},
           {"reload", {{"account", TScriptKind::kText, false}}, &Reload},
           {"packages", {}, &Packages},
-          {"load", {{"file"}}, &Load},
+          {"load", {{"file", TScriptKind::kText, false}}, &Load},
           {"unload", {}, &Unload},
           {"answer",
            {{"to"},

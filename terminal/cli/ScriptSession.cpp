@@ -17,8 +17,13 @@ constexpr std::chrono::milliseconds kFetchWait{50};
 }  // namespace
 
 TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
-                               TPackages* packages)
-    : FHost(host), FClock(clock), FReload(std::move(reload)), FPackages(packages), FJournal(host) {
+                               TPackages* packages, TScriptFiles files)
+    : FHost(host),
+      FClock(clock),
+      FReload(std::move(reload)),
+      FPackages(packages),
+      FFiles(std::move(files)),
+      FJournal(host) {
   FHost.MessageBox().SetSink([this](std::string_view text) { FMessages.emplace_back(text); });
   FHost.MessageBox().SetPolicy([this](std::string_view /*question*/) { return TakeAnswer(FConfirmations); });
   FHost.Channels().SetResponder(kMessageBatchConfirmation, [this](void* record) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -23,6 +24,12 @@ class TScriptClock {
   TUiLoop::TTimePoint FNow;
 };
 
+// The files that steps may mean.
+struct TScriptFiles {
+  std::filesystem::path FFolder;   // that relative names count from; empty for the current directory
+  std::filesystem::path FPackage;  // that is loaded where a step names none
+};
+
 // What the steps of a script work on: a host with its open views, a journal of what these ask of it, and the
 // answers that its dialogs will be given. From its making to its end the host's messages and dialogs are this
 // object's; nobody else may have opened a view.
@@ -31,7 +38,7 @@ class TScriptSession {
   // All must outlive it. The host goes by the clock. reload: reads the book into the host again. packages:
   // what the steps that load and unload work on; null where there are none.
   TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
-                 TPackages* packages = nullptr);
+                 TPackages* packages = nullptr, TScriptFiles files = {});
   ~TScriptSession();
   TScriptSession(const TScriptSession&) = delete;
   TScriptSession& operator=(const TScriptSession&) = delete;
@@ -40,6 +47,7 @@ class TScriptSession {
   THostJournal& Journal() noexcept { return FJournal; }
   void Reload() { FReload(); }
   TPackages& Packages();  // throws TScriptError when there are none
+  const TScriptFiles& Files() const noexcept { return FFiles; }
 
   // The view that a step means: the one it names, else the last opened of those that are open. Throws
   // TScriptError when there is none.
@@ -70,6 +78,7 @@ class TScriptSession {
   TScriptClock& FClock;
   const std::function<void()> FReload;
   TPackages* const FPackages;
+  const TScriptFiles FFiles;
   THostJournal FJournal;
   std::vector<std::string> FMessages;
   std::deque<bool> FConfirmations;

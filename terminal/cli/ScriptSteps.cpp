@@ -4,7 +4,7 @@
 
 namespace margindesk {
 
-const TScriptStep* FindScriptStep(std::string_view name) {
+const std::vector<TScriptStep>& GetScriptSteps() {
   static const std::vector<TScriptStep> kSteps = [] {
     std::vector<TScriptStep> steps;
     for (const auto& topic :
@@ -13,8 +13,13 @@ const TScriptStep* FindScriptStep(std::string_view name) {
     }
     return steps;
   }();
-  const auto found = std::ranges::find(kSteps, name, &TScriptStep::FName);
-  return found == kSteps.end() ? nullptr : &*found;
+  return kSteps;
+}
+
+const TScriptStep* FindScriptStep(std::string_view name) {
+  const std::vector<TScriptStep>& steps = GetScriptSteps();
+  const auto found = std::ranges::find(steps, name, &TScriptStep::FName);
+  return found == steps.end() ? nullptr : &*found;
 }
 
 }  // namespace margindesk

@@ -28,6 +28,7 @@ std::vector<TScriptStep> MakeHostSteps();     // what comes from outside the vie
 // Clicks the caption button at that place among all of the step's view, hidden ones counted.
 void ClickCaptionButton(TScriptSession& session, const TScriptArguments& step, std::int32_t index);
 
+const std::vector<TScriptStep>& GetScriptSteps();          // all of them
 const TScriptStep* FindScriptStep(std::string_view name);  // null for no step
 
 }  // namespace margindesk

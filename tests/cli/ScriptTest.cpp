@@ -13,6 +13,7 @@
 #include "model/contract/MessageBoxCtrl.h"
 #include "terminal/cli/Script.h"
 #include "terminal/cli/ScriptLine.h"
+#include "terminal/cli/ScriptSteps.h"
 #include "tests/cli/CliTest.h"
 
 namespace margindesk {
@@ -265,26 +266,46 @@ TEST_F(ScriptCommand, SetsPreferencesThatTheViewsFollowOnceTheyAreSavedAndHovers
   EXPECT_EQ(lines.at(13).at("error"), "the action \"factory\" takes no \"name\"");
 }
 
-// In a process of its own, in which the first view is view 1.
-TEST_F(ScriptCommand, PrintsWhatTheDocumentShowsOfTheExample) {
-  const std::string source = MARGINDESK_SOURCE_DIR;
-  std::string steps, answers;
-  for (const std::string& line : SplitIntoLines(ReadWholeFile(source + "/docs/script.md"))) {
-    if (line.starts_with("> {")) steps += line.substr(2) + "\n";
-    if (line.starts_with("{\"ok\":")) answers += line + "\n";
-  }
-  std::string script;
-  for (const std::string& line : SplitIntoLines(ReadWholeFile(source + "/docs/example.script"))) {
-    if (line.starts_with('{')) script += line + "\n";
-  }
-  EXPECT_EQ(steps, script);
+// Every step of the document is in the script, and running it prints what the document shows. In a process of
+// its own, in which the first view is view 1, and in a folder of its own.
+class DocumentedScript : public TCliTest {
+ protected:
+  void Check(const std::string& document, const std::string& file) {
+    const std::string docs = MARGINDESK_SOURCE_DIR "/docs/";
+    std::string steps, answers;
+    for (const std::string& line : SplitIntoLines(ReadWholeFile(docs + document))) {
+      if (line.starts_with("> {")) steps += line.substr(2) + "\n";
+      if (line.starts_with("{\"ok\":")) answers += line + "\n";
+    }
+    std::string script;
+    for (const std::string& line : SplitIntoLines(ReadWholeFile(docs + file))) {
+      if (line.starts_with('{')) script += line + "\n";
+    }
+    EXPECT_EQ(steps, script);
 
-  const std::string book = InHome("demo.db").string();
-  ASSERT_EQ(RunBare({"--book", book, "book", "import", source + "/resources/demo"}).FCode, 0);
-  const std::string command = "\"" MARGINDESK_PROGRAM "\" --book \"" + book + "\" script --strict \"" +
-                              source + "/docs/example.script\" >\"" + InHome("out").string() + "\"";
-  EXPECT_EQ(std::system(command.c_str()), 0);
-  EXPECT_EQ(ReadWholeFile(InHome("out")), answers);
+    const std::string book = InHome("demo.db").string();
+    ASSERT_EQ(RunBare({"--book", book, "book", "import", docs + "../resources/demo"}).FCode, 0);
+    const std::string command = "cd \"" + FHome.string() + "\" && \"" MARGINDESK_PROGRAM "\" --book \"" +
+                                book + "\" script --strict \"" + docs + file + "\" >out";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(ReadWholeFile(InHome("out")), answers);
+  }
+};
+
+TEST_F(DocumentedScript, PrintsATradersMorning) { Check("script.md", "example.script"); }
+TEST_F(DocumentedScript, PrintsThePackageFromLoadingToUnloading) { Check("package.md", "package.script"); }
+
+TEST(ScriptDocument, NamesEveryStepWithItsMembers) {
+  const std::string text = ReadWholeFile(MARGINDESK_SOURCE_DIR "/docs/script.md");
+  for (const TScriptStep& step : GetScriptSteps()) {
+    const std::size_t row = text.find("\n| `" + std::string(step.FName) + "` |");
+    ASSERT_NE(row, std::string::npos) << step.FName;
+    const std::string line = text.substr(row, text.find('\n', row + 1) - row);
+    if (line.find("see below") != std::string::npos) continue;
+    for (const TScriptMember& member : step.FMembers) {
+      EXPECT_THAT(line, HasSubstr("`" + std::string(member.FName) + "`"));
+    }
+  }
 }
 
 }  // namespace
