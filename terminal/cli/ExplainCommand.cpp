@@ -32,8 +32,12 @@ TColumnList MakeColumn(const std::string& key) {
     // Behind the reserved column, unless that is the one.
     if (columns.size() > 1) columns.erase(columns.begin());
   }
-  if (columns.size() != 1 || columns.front()->FId == kFieldStatus) {
-    throw TCliError(QuotedForMessage(key) + " is no figure; name one column, as MarginLevel");
+  if (columns.size() != 1) {
+    throw TCliError(QuotedForMessage(key) + " is not one column; name one, as MarginLevel");
+  }
+  if (columns.front()->FId == kFieldStatus) {
+    throw TCliError(QuotedForMessage(key) +
+                    " is the trading period of each exchange, a text; there is no figure to explain");
   }
   return columns;
 }
@@ -122,7 +126,7 @@ int TExplainCommand::Run(TSession& session, std::ostream& out) {
 
   figure.FFormula = ReadFormula(*host.Views().GetViews().back().FFrame, field);
   figure.FTerm = ExplainFigure(control, account, field, IsThreeLevels(host.Config()));
-  figure.FSource = GetSourceOfField(field);
+  figure.FSource = GetSourceOfField(control, field);
   if (FFormat == "json") {
     WriteExplanationJson(out, figure);
   } else {

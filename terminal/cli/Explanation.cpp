@@ -56,16 +56,35 @@ TTerm MakeInput(std::string name, double value, TCode account, std::optional<TCo
   return {TTermKind::kInput, std::move(name), value, {}, account, currency, {}};
 }
 
-TTerm MakeRatio(TCode currency) {
-  return MakeInput("Ratio", TCustomCurrencyAdapter::GetInstance().GetCurrencyRatio(currency), {}, currency);
+// --- names
+
+// The terminal's own word for a term, with the values that the word has places for.
+std::string GetWord(std::string_view key, std::initializer_list<std::string_view> values = {}) {
+  const std::string resourceKey = std::string("Explain_").append(key);
+  return FillText(TCustomLanguageManager::GetInstance().GetLanguageText("Host", resourceKey), values);
+}
+
+std::string GetFieldName(std::int32_t field) {
+  if (field >= kFirstCustomField) {
+    return TCustomLanguageManager::GetInstance().GetLanguageText("Columns_AccountInfo",
+                                                                 IntegerToText(field - kFirstCustomField));
+  }
+  const auto catalogue = GetCatalogue();
+  const auto row = std::ranges::find(catalogue, field, &TCatalogueRow::FId);
+  return row == catalogue.end() ? std::string() : GetResourceText(row->FResourceKey);
 }
 
 // --- what is read
 
-std::string GetFieldName(std::int32_t field) {
-  const auto catalogue = GetCatalogue();
-  const auto row = std::ranges::find(catalogue, field, &TCatalogueRow::FId);
-  return row == catalogue.end() ? "Custom column" : GetResourceText(row->FResourceKey);
+TTerm MakeRatio(TCode currency) {
+  return MakeInput(GetFieldName(kFieldFxRatio),
+                   TCustomCurrencyAdapter::GetInstance().GetCurrencyRatio(currency), {}, currency);
+}
+
+// An amount and its worth in base currency.
+TTerm MakeIntoBase(TTerm amount, TCode currency) {
+  return MakeOperation(TTermKind::kProduct, GetWord("IntoBase", {currency.Text()}),
+                       {std::move(amount), MakeRatio(currency)});
 }
 
 TTerm ReadField(const TData& data, std::int32_t field) {
@@ -73,8 +92,8 @@ TTerm ReadField(const TData& data, std::int32_t field) {
                    data.GetCurrency());
 }
 
-TTerm ReadAmount(const TData& data, std::string_view name, double (TData::*read)() const) {
-  return MakeInput(std::string(name), (data.*read)(), data.GetAccountID(), data.GetCurrency());
+TTerm ReadAmount(const TData& data, std::string name, double (TData::*read)() const) {
+  return MakeInput(std::move(name), (data.*read)(), data.GetAccountID(), data.GetCurrency());
 }
 
 TTerm ReadOptionValue(const TData& data) {
@@ -84,16 +103,17 @@ TTerm ReadOptionValue(const TData& data) {
 
 TTerm ReadNetTradedAmount(const TData& data) {
   return MakeOperation(TTermKind::kDifference, GetFieldName(kFieldNetTradedAmount),
-                       {ReadAmount(data, "First traded amount", &TData::TradedAmountFirst),
-                        ReadAmount(data, "Second traded amount", &TData::TradedAmountSecond)});
+                       {ReadAmount(data, GetWord("TradedFirst"), &TData::TradedAmountFirst),
+                        ReadAmount(data, GetWord("TradedSecond"), &TData::TradedAmountSecond)});
 }
 
 TTerm ReadAvailableBalance(const TData& data) {
-  TTerm before = MakeOperation(TTermKind::kSum, "Available before deductions",
-                               {ReadAmount(data, "Available base amount", &TData::AvailableBase),
-                                ReadAmount(data, "Additions", &TData::AvailableAddition)});
-  return MakeOperation(TTermKind::kDifference, GetFieldName(kFieldAvailableBal),
-                       {std::move(before), ReadAmount(data, "Deductions", &TData::AvailableDeduction)});
+  TTerm before = MakeOperation(TTermKind::kSum, GetWord("AvailableBefore"),
+                               {ReadAmount(data, GetWord("AvailableBase"), &TData::AvailableBase),
+                                ReadAmount(data, GetWord("Additions"), &TData::AvailableAddition)});
+  return MakeOperation(
+      TTermKind::kDifference, GetFieldName(kFieldAvailableBal),
+      {std::move(before), ReadAmount(data, GetWord("Deductions"), &TData::AvailableDeduction)});
 }
 
 // The fields that are reckoned from each account's record alone.
@@ -142,6 +162,42 @@ const TPositionRule* FindPositionRule(std::int32_t field) {
   return rule == std::end(kPositionRules) ? nullptr : rule;
 }
 
+// Fields that the linked account supplies where an account is seen through China Connect; custom columns are
+// of them, too. The others that are read are always the account's own.
+constexpr std::int32_t kLinkedFields[] = {kFieldBodLotLimit,
+                                          kFieldForthComeLimit,
+                                          kFieldLotLimit,
+                                          kFieldBODWebTL,
+                                          kFieldWebTL,
+                                          kFieldMarginLimit,
+                                          kFieldDTL,
+                                          kFieldBODDTL,
+                                          kFieldMaxMargin,
+                                          kFieldPendBuyAmount,
+                                          kFieldCreditInt,
+                                          kFieldGrossTradingLimit,
+                                          kFieldDebitInt,
+                                          kFieldWithdrawableCashBalance,
+                                          kFieldInterest,
+                                          kFieldHoldFund,
+                                          kFieldAvailableBal,
+                                          kFieldOptionValue,
+                                          kFieldNetTradedAmount};
+
+bool IsLinkedField(std::int32_t field) {
+  return field >= kFirstCustomField || std::ranges::find(kLinkedFields, field) != std::end(kLinkedFields);
+}
+
+// The account to which China Connect links another one; null for none.
+const TCustomAccount* FindLinkedAccount(TCode account) {
+  return TCustomAccountAdapter::GetInstance().GetAccount(GetChinaConnectAccount(account));
+}
+
+const TData* FindLinkedData(const TData& data) {
+  const TCustomAccount* linked = FindLinkedAccount(data.GetAccountID());
+  return linked == nullptr ? nullptr : linked->GetCurrencyData(data.GetCurrency());
+}
+
 // Fields that belong to the account: its total row is all there is, and is shown as it was read.
 constexpr std::int32_t kAccountFields[] = {kFieldCutLoss, kFieldHoldFund, kFieldCreditLimitDDS,
                                            kFieldCreditLimit, kFieldMaxMargin};
@@ -177,7 +233,11 @@ const TSourceRow* FindSource(std::int32_t field) {
 class TExplainer {
  public:
   TExplainer(TCustomAccountInfoDataControl& control, const TCustomAccount& account, bool threeLevels)
-      : FControl(control), FAccount(account), FThreeLevels(threeLevels) {
+      : FControl(control),
+        FAccount(account),
+        FThreeLevels(threeLevels),
+        FConnect(IsChinaConnectOn()),
+        FLinked(FConnect && control.GetChinaConnectFlag()) {
     const auto& config = TCustomConfigManager::GetInstance();
     const std::string section = config.GetUserSection();
     FNetEquity = config.ReadBool(section, "NetEquityMargin");
@@ -191,17 +251,22 @@ class TExplainer {
     if (row == nullptr) return std::nullopt;
     if (field == kFieldMarginLevel) return MarginLevel(*row);
     if (field == kFieldFxRatio) return Ratio(*row);
-    const bool whole = FThreeLevels && FControl.GetFilterCurrency().IsEmpty();
+    const bool whole = FThreeLevels && !FLinked && GetRowFilter().IsEmpty();
     if (!whole) return Converted(Figure(*row, field), row->GetCurrency());
     if (std::ranges::find(kAccountFields, field) != std::end(kAccountFields)) return Figure(*row, field);
     return Converted(OverRows(*row, field), {});
   }
 
  private:
-  // The data of the first line: the filter currency's, else the total row's.
+  // While China Connect is on the filter chooses a side, and the total is that of all currencies.
+  TCode GetRowFilter() const { return FThreeLevels && FConnect ? TCode() : FControl.GetFilterCurrency(); }
+
+  // The data of the first line: the filter currency's, else the total row's. None on the linked side where
+  // the linked account has none.
   const TData* FindFirstRow() const {
-    const TCode filter = FControl.GetFilterCurrency();
+    const TCode filter = GetRowFilter();
     const TData* row = FAccount.GetCurrencyData(filter);
+    if (row != nullptr && FLinked && FindLinkedData(*row) == nullptr) return nullptr;
     const auto& currencies = TCustomCurrencyAdapter::GetInstance();
     if (row != nullptr || FThreeLevels || !filter.IsEmpty() || currencies.IsMultiCurrency()) return row;
     return FAccount.GetCurrencyData(currencies.GetBaseCurrency());
@@ -210,7 +275,7 @@ class TExplainer {
   TTerm Converted(TTerm amount, TCode currency) const {
     const TCode to = FControl.GetConvertCurrency();
     if (currency == to) return amount;
-    const std::string name = amount.FName + ", converted";
+    const std::string name = GetWord("Converted", {amount.FName});
     if (!currency.IsEmpty()) {
       amount = MakeOperation(TTermKind::kProduct, name, {std::move(amount), MakeRatio(currency)});
     }
@@ -227,7 +292,7 @@ class TExplainer {
       const TCode currency = FAccount.GetAccountCurrency(i);
       const TData* data = currency.IsEmpty() ? nullptr : FAccount.GetCurrencyData(currency);
       if (data == nullptr || !data->IsSeparateCurrencyRow()) continue;
-      rows.push_back(MakeOperation(TTermKind::kProduct, "Row of its own: " + currency.Text(),
+      rows.push_back(MakeOperation(TTermKind::kProduct, GetWord("SeparateRow", {currency.Text()}),
                                    {Figure(*data, field), MakeRatio(currency)}));
     }
     if (rows.size() == 1) return std::move(rows.front());
@@ -241,11 +306,11 @@ class TExplainer {
     if (FindPositionRule(field) != nullptr) return OverPositions(data, field);
     if (field == kFieldTotalPortfolio) {
       return MakeOperation(TTermKind::kSum, GetFieldName(field),
-                           {OverPositions(data, kFieldMarketValue), OverAccounts(data, kFieldCashBalance)});
+                           {OverPositions(data, kFieldMarketValue), Cash(data, kFieldCashBalance)});
     }
     if (field == kFieldNetValue) {
       return MakeOperation(TTermKind::kSum, GetFieldName(field),
-                           {NetPL(data, kFieldPL), OverAccounts(data, kFieldBODCashBalance)});
+                           {NetPL(data, kFieldPL), Cash(data, kFieldBODCashBalance)});
     }
     if (field == kFieldMarginableValue) return Marginable(data);
     return OverAccounts(data, field);
@@ -253,32 +318,48 @@ class TExplainer {
 
   TTerm NetPL(const TData& data, std::int32_t field) {
     if (!FOwnPL) return OverPositions(data, field);
-    return ReadAmount(data, "Back office's " + GetFieldName(field),
+    return ReadAmount(data, GetWord("BackOffice", {GetFieldName(field)}),
                       field == kFieldPL ? &TData::GetOwnTotalPL : &TData::GetOwnUnrealizedPL);
   }
 
-  // The row's data and, while they are summed, those of the sub-accounts in the same currency.
-  std::vector<const TData*> GetGroup(const TData& data) const {
+  // The row's data and, while they are summed, those of the sub-accounts, or of the accounts that they are
+  // linked to, in the same currency.
+  std::vector<const TData*> GetGroup(const TData& data, bool linked = false) const {
     std::vector<const TData*> group{&data};
     for (const auto& [identifier, subAccount] : FControl.GetSubAccounts()) {
-      const TData* own = subAccount == nullptr ? nullptr : subAccount->GetCurrencyData(data.GetCurrency());
+      if (subAccount == nullptr) continue;
+      const TCustomAccount* account = linked ? FindLinkedAccount(subAccount->GetAccountID()) : subAccount;
+      const TData* own = account == nullptr ? nullptr : account->GetCurrencyData(data.GetCurrency());
       if (own != nullptr) group.push_back(own);
     }
     return group;
+  }
+
+  // Cash that is added to what the positions give: on the linked side the linked account's, but each
+  // account's own as soon as accounts are summed.
+  TTerm Cash(const TData& data, std::int32_t field) const {
+    const TData* linked = FLinked && !FControl.IsAggregate() ? FindLinkedData(data) : nullptr;
+    return linked == nullptr ? OverAccounts(data, field) : ReadField(*linked, field);
   }
 
   TTerm OverAccounts(const TData& data, std::int32_t field) const {
     const auto* rule = std::ranges::find(kRecordRules, field, &TRecordRule::FField);
     std::vector<TTerm> terms;
     for (const TData* own : GetGroup(data)) {
-      terms.push_back(rule == std::end(kRecordRules) ? ReadField(*own, field) : rule->FRead(*own));
+      const TData* source = FLinked ? FindLinkedData(*own) : own;
+      if (source == nullptr) {  // then nothing is read, of whomever the field would be
+        terms.push_back(MakeInput(GetFieldName(field), 0, own->GetAccountID(), own->GetCurrency()));
+        continue;
+      }
+      if (!IsLinkedField(field)) source = own;
+      terms.push_back(rule == std::end(kRecordRules) ? ReadField(*source, field) : rule->FRead(*source));
     }
     if (terms.size() == 1) return std::move(terms.front());
     return MakeOperation(TTermKind::kSum, GetFieldName(field), std::move(terms));
   }
 
   TTerm OverPositions(const TData& data, std::int32_t field) {
-    TTerm sum = MakeOperation(TTermKind::kSum, GetFieldName(field) + " of the positions", {});
+    TTerm sum = MakeOperation(TTermKind::kSum, GetWord("Positions", {GetFieldName(field)}), {});
     AddPositions(FControl.GetAccount(), data.GetCurrency(), field, sum.FTerms);
     for (const auto& [identifier, subAccount] : FControl.GetSubAccounts()) {
       if (subAccount != nullptr) {
@@ -288,17 +369,29 @@ class TExplainer {
     return MakeOperation(TTermKind::kSum, std::move(sum.FName), std::move(sum.FTerms));
   }
 
-  // One term a currency: the wanted one alone, or for no currency each that counts, brought to the base.
+  // While China Connect is on the side counts, whatever the currency.
+  bool Counts(const TCustomPositionData& position, TCode wanted, TCode& currency) const {
+    if (FConnect) {
+      const TCustomSubItem* item = position.GetReferenceItem();
+      if (item != nullptr) currency = item->GetFieldCode(kItemCurrency);
+      return item != nullptr && IsChinaConnectExchange(item->GetFieldCode(kItemExchange)) == FLinked;
+    }
+    currency = GetPositionCurrency(position);
+    if (wanted.IsEmpty()) {
+      return !currency.IsEmpty() && !TCustomCurrencyAdapter::GetInstance().IsCurrencyExcluded(currency);
+    }
+    return currency.SameText(wanted);
+  }
+
+  // One term a currency: the wanted one alone, or for no currency, and on either side of China Connect, each
+  // that counts, brought to the base.
   void AddPositions(TCode account, TCode wanted, std::int32_t field, std::vector<TTerm>& terms) {
     TPositionMap positions;
     TCustomPositionAdapter::GetInstance().GetPositionList(account, positions);
     std::vector<TTerm> sums;
     for (const TCustomPositionData* position : positions.GetPositions()) {
-      const TCode currency = GetPositionCurrency(*position);
-      const bool counts = wanted.IsEmpty()
-                              ? !TCustomCurrencyAdapter::GetInstance().IsCurrencyExcluded(currency)
-                              : currency.SameText(wanted);
-      if (currency.IsEmpty() || !counts) continue;
+      TCode currency;
+      if (!Counts(*position, wanted, currency)) continue;
       auto sum = std::ranges::find(sums, std::optional(currency), &TTerm::FCurrency);
       if (sum == sums.end()) {
         sums.push_back(MakeInput(GetFieldName(field), 0, account, currency));
@@ -309,13 +402,12 @@ class TExplainer {
       ++*sum->FPositions;
     }
     for (TTerm& sum : sums) {
-      if (!wanted.IsEmpty()) {
+      if (!wanted.IsEmpty() && !FConnect) {
         terms.push_back(std::move(sum));
         continue;
       }
       const TCode currency = *sum.FCurrency;
-      const std::string name = "From " + currency.Text() + " into base currency";
-      terms.push_back(MakeOperation(TTermKind::kProduct, name, {std::move(sum), MakeRatio(currency)}));
+      terms.push_back(MakeIntoBase(std::move(sum), currency));
     }
   }
 
@@ -324,8 +416,7 @@ class TExplainer {
   TTerm LevelNumerator(const TData& data) {
     if (FNetEquity) return ReadAmount(data, GetFieldName(kFieldEquity), &TData::GetNetEquity);
     if (FLevelMode == 1) return ReadAmount(data, GetFieldName(kFieldCashBalance), &TData::GetCashBalance);
-    return MakeOperation(TTermKind::kSum,
-                         GetFieldName(kFieldPL) + " and " + GetFieldName(kFieldBODCashBalance),
+    return MakeOperation(TTermKind::kSum, GetFieldName(kFieldNetValue),
                          {NetPL(data, kFieldPL),
                           ReadAmount(data, GetFieldName(kFieldBODCashBalance), &TData::GetBODCashBalance)});
   }
@@ -337,7 +428,7 @@ class TExplainer {
                                                                                row.GetCurrency())};
       if (group.front() == nullptr) return std::nullopt;
     } else if (FControl.IsAggregate()) {
-      group = GetGroup(row);
+      group = GetGroup(row, FLinked);
     }
     std::vector<TTerm> numerators;
     std::vector<TTerm> margins;
@@ -345,11 +436,11 @@ class TExplainer {
       numerators.push_back(LevelNumerator(*data));
       margins.push_back(ReadAmount(*data, GetFieldName(kFieldInitialMargin), &TData::GetInitialMargin));
     }
-    TTerm quotient = MakeOperation(TTermKind::kQuotient, "Share of the margin",
-                                   {SumOf("What covers the margin", std::move(numerators)),
+    TTerm quotient = MakeOperation(TTermKind::kQuotient, GetWord("MarginShare"),
+                                   {SumOf(GetWord("MarginCover"), std::move(numerators)),
                                     SumOf(GetFieldName(kFieldInitialMargin), std::move(margins))});
     return MakeOperation(TTermKind::kProduct, GetFieldName(kFieldMarginLevel),
-                         {std::move(quotient), MakeInput("Percent", 100, {}, std::nullopt)});
+                         {std::move(quotient), MakeInput(GetWord("Percent"), 100, {}, std::nullopt)});
   }
 
   static TTerm SumOf(std::string name, std::vector<TTerm> terms) {
@@ -365,7 +456,8 @@ class TExplainer {
     const std::string& key =
         TCustomAccountAdapter::GetInstance().GetCustomFieldKey("oms_CustomAccountBalance", "CreditLimit");
     const auto read = [&](TCode code) {
-      return MakeInput("Credit limit", account.GetCustomBalance(code, key), account.GetAccountID(), code);
+      return MakeInput(GetWord("CreditLimit"), account.GetCustomBalance(code, key), account.GetAccountID(),
+                       code);
     };
     if (!currency.IsEmpty()) return terms.push_back(read(currency));
     if (!currencies.IsMultiCurrency()) return terms.push_back(read(currencies.GetBaseCurrency()));
@@ -373,22 +465,26 @@ class TExplainer {
     account.GetCurrencyList(codes);
     for (const TCode code : codes) {
       if (currencies.IsCurrencyExcluded(code)) continue;
-      terms.push_back(MakeOperation(TTermKind::kProduct, "From " + code.Text() + " into base currency",
-                                    {read(code), MakeRatio(code)}));
+      terms.push_back(MakeIntoBase(read(code), code));
     }
   }
 
   TTerm Marginable(const TData& row) const {
     const auto& accounts = TCustomAccountAdapter::GetInstance();
+    // A linked account has its one limit in base currency.
+    const TCode limitCurrency =
+        FLinked ? TCustomCurrencyAdapter::GetInstance().GetBaseCurrency() : row.GetCurrency();
     std::vector<TTerm> limits;
     std::vector<TTerm> amounts;
     const auto addAmount = [&amounts](const TData& data) {
-      amounts.push_back(ReadAmount(data, "Marginable amount", &TData::MarginableAmount));
+      amounts.push_back(ReadAmount(data, GetWord("MarginableAmount"), &TData::MarginableAmount));
     };
     for (const TData* data : GetGroup(row)) {
+      if (FLinked) data = FindLinkedData(*data);
+      if (data == nullptr) continue;
       addAmount(*data);
       const TCustomAccount* account = accounts.GetAccount(data->GetAccountID());
-      if (account != nullptr) AddCreditLimits(*account, row.GetCurrency(), limits);
+      if (account != nullptr) AddCreditLimits(*account, limitCurrency, limits);
     }
     if (FControl.IsAggregate() && FAccount.IsMasterAccount() &&
         FAccount.GetMasterType() == kMasterTypeConsolidated) {
@@ -397,8 +493,8 @@ class TExplainer {
       if (data != nullptr) addAmount(*data);
     }
     return MakeOperation(TTermKind::kLower, GetFieldName(kFieldMarginableValue),
-                         {MakeOperation(TTermKind::kSum, "Credit limits", std::move(limits)),
-                          MakeOperation(TTermKind::kSum, "Marginable amounts", std::move(amounts))});
+                         {MakeOperation(TTermKind::kSum, GetWord("CreditLimits"), std::move(limits)),
+                          MakeOperation(TTermKind::kSum, GetWord("MarginableAmounts"), std::move(amounts))});
   }
 
   // --- currency ratio
@@ -419,6 +515,8 @@ class TExplainer {
   TCustomAccountInfoDataControl& FControl;
   const TCustomAccount& FAccount;
   const bool FThreeLevels;
+  const bool FConnect;  // China Connect is on
+  const bool FLinked;   // and the account is seen from its linked side
   bool FNetEquity = false;
   std::int32_t FLevelMode = 0;
   bool FOwnPL = false;
@@ -436,14 +534,17 @@ bool IsHiddenForGroups(std::int32_t field) { return field == kFieldCreditLimit |
 
 std::optional<TTerm> ExplainFigure(TCustomAccountInfoDataControl& control, const TCustomAccount& account,
                                    std::int32_t field, bool threeLevels) {
-  if (IsTextField(field) || IsChinaConnectOn()) return std::nullopt;
+  if (IsTextField(field)) return std::nullopt;
   if (!threeLevels && control.IsAggregate() && IsHiddenForGroups(field)) return std::nullopt;
   return TExplainer(control, account, threeLevels).Explain(field);
 }
 
-std::string GetSourceOfField(std::int32_t field) {
-  const TSourceRow* row = FindSource(field);
-  return std::string(row == nullptr ? "the account's figures by currency" : row->FSource);
+std::string GetSourceOfField(const TCustomAccountInfoDataControl& control, std::int32_t field) {
+  if (const TSourceRow* row = FindSource(field)) return std::string(row->FSource);
+  if (!IsTextField(field) && IsChinaConnectOn() && control.GetChinaConnectFlag()) {
+    return "the account that China Connect links to this one, where nothing of the kind is kept";
+  }
+  return "the account's figures by currency";
 }
 
 }  // namespace margindesk

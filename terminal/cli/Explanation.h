@@ -36,12 +36,11 @@ struct TTerm {
 };
 
 // How the first line of a field in the control's tree comes about, down to what is read from the host's
-// records. None where the line is a text, and where the account is seen through China Connect, whose linked
-// accounts and converted positions are no simple matter.
+// records. None where the line is a text or shows no figure.
 std::optional<TTerm> ExplainFigure(TCustomAccountInfoDataControl& control, const TCustomAccount& account,
                                    std::int32_t field, bool threeLevels);
 
 // What a field that has no calculation is read from, in words.
-std::string GetSourceOfField(std::int32_t field);
+std::string GetSourceOfField(const TCustomAccountInfoDataControl& control, std::int32_t field);
 
 }  // namespace margindesk

@@ -38,12 +38,32 @@ class ExplainCommand : public TCliTest {
   void Configure(const std::string& key, const std::string& value) {
     EXPECT_EQ(Run({"config", "set", key, value}).FCode, 0);
   }
-  // Over the demo book.
+  // Over the demo book, or what has been made of it.
   TJson Show(const std::string& command, const std::vector<std::string>& arguments) {
-    std::vector<std::string> line = {command, "--format", "json"};
+    std::vector<std::string> line = {"--book", FDemo, command, "--format", "json"};
+    if (FDemo.empty()) line.erase(line.begin(), line.begin() + 2);
     line.insert(line.end(), arguments.begin(), arguments.end());
     return TJson::parse(RunBare(line).FOut);
   }
+  // What is explained of each figure of a view gives what the view shows.
+  void ExpectSound(const std::vector<std::string>& view, const std::string& columns) {
+    std::vector<std::string> arguments = view;
+    arguments.insert(arguments.end(), {"--columns", columns});
+    const TJson rows = Show("account", arguments)["rows"];
+    ASSERT_GE(rows.size(), 14U);
+    for (const TJson& row : rows) {
+      if (("," + columns + ",").find("," + row["key"].get<std::string>() + ",") == std::string::npos)
+        continue;
+      arguments = view;
+      arguments.insert(arguments.begin() + 1, row["key"]);
+      const TJson figure = Show("explain", arguments);
+      EXPECT_EQ(figure["text"], row["text"]) << figure;
+      ASSERT_FALSE(figure["calculation"].is_null()) << figure;
+      EXPECT_NEAR(Reckon(figure["calculation"]), ReadShown(row["text"]), 0.005001) << figure;
+    }
+  }
+
+  std::string FDemo;  // empty: the demo book as it is
 };
 
 TEST_F(ExplainCommand, PrintsArithmeticThatGivesTheFigureThatTheAccountCommandShows) {
@@ -64,21 +84,30 @@ TEST_F(ExplainCommand, PrintsArithmeticThatGivesTheFigureThatTheAccountCommandSh
                                             {"M10001", "--aggregate"}};
   for (const auto& [key, value] : settings) {
     Configure(key, value);
-    for (const auto& view : views) {
-      std::vector<std::string> arguments = view;
-      arguments.insert(arguments.end(), {"--columns", columns});
-      const TJson rows = Show("account", arguments)["rows"];
-      ASSERT_GE(rows.size(), 14U);
-      for (const TJson& row : rows) {
-        if (columns.find(row["key"]) == std::string::npos) continue;
-        arguments = view;
-        arguments.insert(arguments.begin() + 1, row["key"]);
-        const TJson figure = Show("explain", arguments);
-        EXPECT_EQ(figure["text"], row["text"]) << figure;
-        EXPECT_NEAR(Reckon(figure["calculation"]), ReadShown(row["text"]), 0.005001) << key << figure;
-      }
-    }
+    SCOPED_TRACE(key);
+    for (const auto& view : views) ExpectSound(view, columns);
     Configure(key, "");
+  }
+}
+
+TEST_F(ExplainCommand, FollowsTheSideThatIsShownWhileChinaConnectIsOn) {
+  const auto folder = InHome("demo");
+  ASSERT_EQ(RunBare({"book", "export", folder}).FCode, 0);
+  WriteWholeFile(folder / "settings.csv", "name,value\nmulti_currency,Y\nchina_connect,Y\n");
+  WriteWholeFile(folder / "china_connect_links.csv", "account,linked_account\nM20001,10011C\n20015,20015C\n");
+  FDemo = InHome("connect.db");
+  ASSERT_EQ(RunBare({"--book", FDemo, "book", "import", folder}).FCode, 0);
+  const std::string columns =
+      "CashBalance,LotLimit,PL,UnrealizedPL,RealizedPL,CutLoss,HoldFund,TotalPortfolio,MarketValue,NetValue,"
+      "OptionValue,AvailableBal,NetTradedAmount,MarginableValue,MarginLevel";
+  const std::vector<std::string> views[] = {{"20015", "--filter", "CNY"},
+                                            {"20015", "--filter", "HKD", "--convert", "USD"},
+                                            {"M20001"},
+                                            {"M20001", "--aggregate", "--filter", "CNY", "--convert", "USD"}};
+  for (const std::string layout : {"Y", "N"}) {
+    SCOPED_TRACE(layout);
+    Configure("AcctInfoShow3LvInfo", layout);
+    for (const auto& view : views) ExpectSound(view, columns);
   }
 }
 
