@@ -267,6 +267,7 @@ inline constexpr TBookColumn kOrdersColumns[] = {
     FlagColumn("market"),
     ChoiceColumn("state", kBookOrderStates),
     TextColumn("entered"),
+    NumberColumn("hold_amount").AtLeast(0),
 };
 
 inline constexpr TBookColumn kFillsColumns[] = {

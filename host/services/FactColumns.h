@@ -56,6 +56,7 @@ inline constexpr TNumberColumn<TOrderFacts> kOrderNumbers[] = {
     {At(TTable::kOrders, "price"), &TOrderFacts::FPrice},
     {At(TTable::kOrders, "quantity"), &TOrderFacts::FQuantity},
     {At(TTable::kOrders, "filled_quantity"), &TOrderFacts::FFilledQuantity},
+    {At(TTable::kOrders, "hold_amount"), &TOrderFacts::FHoldAmount},
 };
 
 inline constexpr TNumberColumn<TFillFacts> kFillNumbers[] = {

@@ -192,7 +192,8 @@ struct TOrderFacts {
   std::int32_t FPrincipal = 0;
   bool FMarket = false;
   TOrderState FState = TOrderState::kResting;
-  std::string FEntered;  // UTC, "2027-01-28T09:30:00.123Z"
+  std::string FEntered;    // UTC, "2027-01-28T09:30:00.123Z"
+  double FHoldAmount = 0;  // what it holds of the trading limit while it rests, in the product's currency
 
   friend bool operator==(const TOrderFacts&, const TOrderFacts&) = default;
 };
