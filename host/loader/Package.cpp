@@ -1,12 +1,12 @@
 #include "host/loader/Package.h"
 
 #include <cstddef>
-#include <exception>
 #include <utility>
 
 #include <dlfcn.h>
 
 #include "host/loader/ElfFile.h"
+#include "host/services/Fault.h"
 
 namespace margindesk {
 
@@ -17,19 +17,11 @@ TFunction FindFunction(void* library, const char* name) {
   return reinterpret_cast<TFunction>(dlsym(library, name));
 }
 
-// Calls into a package and gives what() of anything that it lets out, against what it has promised.
-template <class TCall>
-std::string CatchFault(const TCall& call) {
-  try {
-    return call();
-  } catch (const std::exception& fault) {
-    return std::string("it threw: ").append(fault.what());
-  } catch (...) {
-    return "it threw something unknown";
-  }
-}
-
 }  // namespace
+
+std::string MakeThrownReason(const std::string& fault) {
+  return fault.empty() ? "it threw something unknown" : "it threw: " + fault;
+}
 
 bool TPackage::Load() {
   if (FState != TPackageState::Named) return FState == TPackageState::Initialized;
@@ -58,15 +50,20 @@ std::string TPackage::Open() {
     return "it is no package: it lacks one of " + std::string(kGetPackageInfoTable) + ", " +
            kInitializePackage + " and " + kFinalizePackage;
   }
-  return CatchFault([&]() -> std::string {
+  std::string reason;
+  const auto thrown = CatchFault([&] {
     const TPackageInfo* const info = getInfo();
-    if (std::string fault = Check(info); !fault.empty()) return fault;
+    reason = Check(info);
+    if (!reason.empty()) return;
     FName = info->FName;
     for (std::uint32_t i = 0; i < info->FUnitCount; ++i) FUnits.emplace_back(info->FUnits[i].FName);
-    if (const char* const fault = initialize()) return std::string("it cannot start: ").append(fault);
-    FFinalize = finalize;
-    return {};
+    if (const char* const fault = initialize()) {
+      reason = std::string("it cannot start: ").append(fault);
+    } else {
+      FFinalize = finalize;
+    }
   });
+  return thrown ? MakeThrownReason(*thrown) : reason;
 }
 
 std::string TPackage::Check(const TPackageInfo* info) const {
@@ -88,10 +85,7 @@ std::string TPackage::Check(const TPackageInfo* info) const {
 
 void TPackage::Unload() {
   if (FState != TPackageState::Initialized) return;
-  CatchFault([this]() -> std::string {
-    FFinalize();
-    return {};
-  });
+  CatchFault(FFinalize);
   Close();
   FState = TPackageState::Unloaded;
 }

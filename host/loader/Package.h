@@ -8,6 +8,9 @@
 
 namespace margindesk {
 
+// Why a package is refused that threw, against what it has promised. fault: as CatchFault gives it.
+std::string MakeThrownReason(const std::string& fault);
+
 enum class TPackageState {
   Named,        // nothing has been done
   Refused,      // see GetError; nothing of it is left
@@ -17,7 +20,8 @@ enum class TPackageState {
 
 // One package file. Whatever it does, the host goes on: a file that is missing, no library, cut short, built
 // against another contract or by another compiler, or that fails to start is refused with one line, "file:
-// reason".
+// reason". One thing cannot be refused: what is thrown while the system opens the library, before anything of
+// it is called, ends the process.
 class TPackage {
  public:
   explicit TPackage(std::filesystem::path file) : FFile(std::move(file)) {}

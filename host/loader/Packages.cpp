@@ -1,9 +1,9 @@
 #include "host/loader/Packages.h"
 
 #include <algorithm>
-#include <exception>
 #include <system_error>
 
+#include "host/services/Fault.h"
 #include "host/services/ReferenceHost.h"
 
 namespace margindesk {
@@ -32,25 +32,28 @@ std::string TPackages::Load(const std::filesystem::path& file) {
   const std::size_t firstClass = FClasses.GetClasses().size();
   const std::size_t firstPlugin = FPlugins.size();
   if (!package->Load()) return package->GetError();
-  try {
-    MakePlugins(firstClass);
-  } catch (const std::exception& fault) {
+  std::string reason;
+  if (const auto thrown = CatchFault([&] { reason = MakePlugins(firstClass); })) {
+    reason = MakeThrownReason(*thrown);
+  }
+  if (!reason.empty()) {
     DropPlugins(firstPlugin);
     package->Unload();
-    return file.string().append(": ").append(fault.what());
+    return file.string().append(": ").append(reason);
   }
   FPackages.push_back(std::move(package));
   return {};
 }
 
-void TPackages::MakePlugins(std::size_t firstClass) {
+std::string TPackages::MakePlugins(std::size_t firstClass) {
   for (std::size_t i = firstClass; i < FClasses.GetClasses().size(); ++i) {
     const TPluginClasses::TClass& made = FClasses.GetClasses()[i];
     TPlugin& plugin = FPlugins.emplace_back(TPlugin{made.FName, nullptr});
     plugin.FObject.reset(made.FMaker(nullptr));
-    if (plugin.FObject == nullptr) throw std::runtime_error("class " + made.FName + " makes no object");
+    if (plugin.FObject == nullptr) return "class " + made.FName + " makes no object";
     FHost.Views().AddClass(plugin.FClass, *plugin.FObject);
   }
+  return {};
 }
 
 void TPackages::DropPlugins(std::size_t firstPlugin) {

@@ -58,7 +58,7 @@ class TPackages {
     std::unique_ptr<TIBaseView> FObject;
   };
 
-  void MakePlugins(std::size_t firstClass);
+  std::string MakePlugins(std::size_t firstClass);  // "" or why not
   void DropPlugins(std::size_t firstPlugin);
 
   TReferenceHost& FHost;

@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "host/book/BookError.h"
+#include "host/services/Fault.h"
 #include "model/contract/MessageBoxCtrl.h"
 
 namespace margindesk {
@@ -15,14 +16,9 @@ void Tell(const std::string& line) { TCustomMessageBoxCtrl::GetInstance().ShowMe
 // Runs what a view does and answers why it failed: "" when it did not.
 template <class TAction>
 std::string FaultOf(TAction action) {
-  try {
-    action();
-    return {};
-  } catch (const std::exception& fault) {
-    return QuotedForMessage(fault.what());
-  } catch (...) {
-    return "unknown exception";
-  }
+  const auto fault = CatchFault(action);
+  if (!fault) return {};
+  return fault->empty() ? "unknown exception" : QuotedForMessage(*fault);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/services/Fault.h"
 #include "terminal/cli/DisplayWidth.h"
 #include "terminal/cli/ScriptLine.h"
 #include "terminal/cli/ScriptSteps.h"
@@ -35,14 +36,8 @@ std::string MakeReason(std::string_view what) {
 // Why something failed; empty when it did not.
 template <class TAction>
 std::string FaultOf(TAction action) {
-  try {
-    action();
-    return {};
-  } catch (const std::exception& fault) {
-    return MakeReason(fault.what());
-  } catch (...) {
-    return MakeReason("");
-  }
+  const auto fault = CatchFault(action);
+  return fault ? MakeReason(*fault) : std::string();
 }
 
 TJson AnswerLine(TScriptSession& session, const TScriptReader& reader) {

@@ -17,10 +17,17 @@ using namespace margindesk;
 #define FAULT_NO_FINALIZE 6
 #define FAULT_NO_OBJECT 7
 #define FAULT_SIZE 8
+#define FAULT_MAKER_THROWS 9
 
 namespace {
 
+// Its code goes with the package.
+struct TFault : std::exception {
+  const char* what() const noexcept override { return "no view today"; }
+};
+
 TIBaseView* MakeView(TComponent* owner) {
+  if (MINIATURE_FAULT == FAULT_MAKER_THROWS) throw TFault();
   return MINIATURE_FAULT == FAULT_NO_OBJECT ? nullptr : new TIBaseView(owner);
 }
 

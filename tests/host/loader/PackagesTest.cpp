@@ -39,7 +39,8 @@ TEST(Packages, ThatAreUnfitAreRefusedByNameAndReasonAndLeaveNothing) {
         TRefusal{2, "it was built by cc-of-another-age, this by "},
         TRefusal{3, "it has no information table"}, TRefusal{4, "it cannot start: no licence"},
         TRefusal{5, "it threw: out of the border"}, TRefusal{6, "it is no package: it lacks one of "},
-        TRefusal{7, "class TMiniature makes no object"}, TRefusal{8, "its information table is damaged"}}) {
+        TRefusal{7, "class TMiniature makes no object"}, TRefusal{8, "its information table is damaged"},
+        TRefusal{9, "it threw: no view today"}}) {
     const std::string file = Miniature(refusal.FFault);
     EXPECT_THAT(packages.Load(file), StartsWith(file + ": " + refusal.FReason));
     EXPECT_FALSE(IsMapped(file)) << file;
