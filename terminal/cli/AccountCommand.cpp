@@ -2,13 +2,10 @@
 
 #include <CLI/CLI.hpp>
 
-#include "host/book/BookError.h"
 #include "model/ResourceText.h"
-#include "model/contract/CurrencyAdapter.h"
 #include "terminal/cli/AccountColumns.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/AccountOutput.h"
-#include "terminal/cli/AccountTree.h"
 #include "terminal/cli/CliError.h"
 #include "terminal/cli/OpenedView.h"
 #include "terminal/cli/Session.h"
@@ -20,6 +17,12 @@ namespace {
 // Bits of TCustomAccount::GetStatusFlags.
 constexpr std::int32_t kAccountSuspended = 1024;
 constexpr std::int32_t kAccountSellOnly = 2048;
+
+void AddStatus(const TCustomAccount& account, std::vector<std::string>& flags) {
+  const std::int32_t status = account.GetStatusFlags();
+  if ((status & kAccountSuspended) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Suspend"));
+  if ((status & kAccountSellOnly) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Sell"));
+}
 
 }  // namespace
 
@@ -47,43 +50,14 @@ std::optional<bool> TAccountCommand::IsThreeLevels() const {
   return FLayout == "3";
 }
 
-std::vector<std::string> TAccountCommand::GetFlags(const TCustomAccount& account) const {
-  std::vector<std::string> flags;
-  if (FAggregate) {
-    flags.push_back(GetResourceText(account.GetMasterType() == kMasterTypeConsolidated
-                                        ? "Res_Aggregate_CrossOut"
-                                        : "Res_Aggregate_NonCrossOut"));
-  }
-  const std::int32_t status = account.GetStatusFlags();
-  if ((status & kAccountSuspended) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Suspend"));
-  if ((status & kAccountSellOnly) != 0) flags.push_back(GetResourceText("Res_AcctStatus_Sell"));
-  return flags;
-}
-
 int TAccountCommand::Run(TSession& session, std::ostream& out) {
   session.Host();
   const TCustomAccount& account = FindAccount(FAccount);
-  if (FAggregate && !account.IsMasterAccount()) {
-    throw TCliError("account " + QuotedForMessage(FAccount) + " is no master account: nothing to aggregate");
-  }
-  TAccountView view;
-  view.FAccount = account.GetAccountID();
-  view.FName = GetAccountName(account);
-  view.FFlags = GetFlags(account);
-  view.FBase = TCustomCurrencyAdapter::GetInstance().GetBaseCurrency();
-  view.FConvert = FConvert.empty() ? view.FBase : FindCurrency(FConvert);
-  if (!FFilter.empty()) view.FFilter = FindCurrency(FFilter);
-  view.FAggregated = FAggregate;
+  TAccountView view = MakeAccountView(account, FConvert, FFilter, FAggregate);
+  AddStatus(account, view.FFlags);
   const TColumnList columns = FColumns ? MakeNamedColumns(*FColumns) : MakeConfiguredColumns(account);
 
-  const TOpenedView opened(session, "TIAccountInfo", IsThreeLevels());
-  TCustomAccountInfoDataControl& control = opened.Control();
-  control.SetColumnList(columns);
-  control.SetCurrency(view.FConvert);
-  control.SetFilterCurr(view.FFilter);
-  control.SetAccount(view.FAccount);
-  if (FAggregate) control.SetAggregate();
-  view.FRows = ReadAccountTree(control, columns);
+  TOpenedView(session, "TIAccountInfo", IsThreeLevels()).Read(columns, view);
 
   switch (FFormat.Get()) {
     case TOutputFormat::kText:

@@ -20,7 +20,6 @@ class TAccountCommand : public TCommand {
 
  private:
   std::optional<bool> IsThreeLevels() const;
-  std::vector<std::string> GetFlags(const TCustomAccount& account) const;
 
   std::string FAccount;
   std::optional<std::string> FColumns;  // none: the configured ones

@@ -2,6 +2,7 @@
 
 #include "host/book/BookError.h"
 #include "model/AccountInfoConstDef.h"
+#include "model/ResourceText.h"
 #include "model/contract/AccountAdapter.h"
 #include "model/contract/CurrencyAdapter.h"
 #include "terminal/cli/CliError.h"
@@ -29,5 +30,26 @@ TCode FindCurrency(const std::string& currency) {
 }
 
 std::string GetAccountName(const TCustomAccount& account) { return account.GetDataString(kFieldAccountName); }
+
+TAccountView MakeAccountView(const TCustomAccount& account, const std::string& convert,
+                             const std::string& filter, bool aggregate) {
+  TAccountView view;
+  view.FAccount = account.GetAccountID();
+  if (aggregate && !account.IsMasterAccount()) {
+    throw TCliError("account " + QuotedForMessage(view.FAccount.Text()) +
+                    " is no master account: nothing to aggregate");
+  }
+  view.FName = GetAccountName(account);
+  view.FBase = TCustomCurrencyAdapter::GetInstance().GetBaseCurrency();
+  view.FConvert = convert.empty() ? view.FBase : FindCurrency(convert);
+  if (!filter.empty()) view.FFilter = FindCurrency(filter);
+  view.FAggregated = aggregate;
+  if (aggregate) {
+    view.FFlags.push_back(GetResourceText(account.GetMasterType() == kMasterTypeConsolidated
+                                              ? "Res_Aggregate_CrossOut"
+                                              : "Res_Aggregate_NonCrossOut"));
+  }
+  return view;
+}
 
 }  // namespace margindesk

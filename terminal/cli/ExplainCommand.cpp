@@ -7,9 +7,7 @@
 
 #include "host/book/BookError.h"
 #include "model/AccountInfoConstDef.h"
-#include "model/ResourceText.h"
 #include "model/contract/Constdef.h"
-#include "model/contract/CurrencyAdapter.h"
 #include "terminal/cli/AccountColumns.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/AccountTree.h"
@@ -95,36 +93,17 @@ void TExplainCommand::AddOptions(CLI::App& app) {
 int TExplainCommand::Run(TSession& session, std::ostream& out) {
   TReferenceHost& host = session.Host();
   const TCustomAccount& account = FindAccount(FAccount);
-  if (FAggregate && !account.IsMasterAccount()) {
-    throw TCliError("account " + QuotedForMessage(FAccount) + " is no master account: nothing to aggregate");
-  }
   TExplainedFigure figure;
-  TAccountView& view = figure.FView;
-  view.FAccount = account.GetAccountID();
-  view.FName = GetAccountName(account);
-  view.FBase = TCustomCurrencyAdapter::GetInstance().GetBaseCurrency();
-  view.FConvert = FConvert.empty() ? view.FBase : FindCurrency(FConvert);
-  if (!FFilter.empty()) view.FFilter = FindCurrency(FFilter);
-  view.FAggregated = FAggregate;
-  if (FAggregate) {
-    view.FFlags.push_back(GetResourceText(account.GetMasterType() == kMasterTypeConsolidated
-                                              ? "Res_Aggregate_CrossOut"
-                                              : "Res_Aggregate_NonCrossOut"));
-  }
+  figure.FView = MakeAccountView(account, FConvert, FFilter, FAggregate);
   const TColumnList columns = MakeColumn(FField);
   const std::int32_t field = columns.front()->FId;
   LoadFormulas(session, columns.front()->FKey);
 
   const TOpenedView opened(session, "TIAccountInfo", std::nullopt);
-  TCustomAccountInfoDataControl& control = opened.Control();
-  control.SetColumnList(columns);
-  control.SetCurrency(view.FConvert);
-  control.SetFilterCurr(view.FFilter);
-  control.SetAccount(view.FAccount);
-  if (FAggregate) control.SetAggregate();
-  view.FRows = ReadAccountTree(control, columns);
+  opened.Read(columns, figure.FView);
 
-  figure.FFormula = ReadFormula(*host.Views().GetViews().back().FFrame, field);
+  TCustomAccountInfoDataControl& control = opened.Control();
+  figure.FFormula = ReadFormula(opened.Frame(), field);
   figure.FTerm = ExplainFigure(control, account, field, IsThreeLevels(host.Config()));
   figure.FSource = GetSourceOfField(control, field);
   if (FFormat == "json") {

@@ -34,4 +34,13 @@ TOpenedView::TOpenedView(TSession& session, const std::string& className, std::o
 
 TOpenedView::~TOpenedView() { FHost.Views().Close(FHandle); }
 
+void TOpenedView::Read(const TColumnList& columns, TAccountView& view) const {
+  FControl->SetColumnList(columns);
+  FControl->SetCurrency(view.FConvert);
+  FControl->SetFilterCurr(view.FFilter);
+  FControl->SetAccount(view.FAccount);
+  if (view.FAggregated) FControl->SetAggregate();
+  view.FRows = ReadAccountTree(*FControl, columns);
+}
+
 }  // namespace margindesk
