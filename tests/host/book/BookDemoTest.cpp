@@ -74,5 +74,29 @@ TEST_F(BookDemo, IsSoundAndShowsEveryFeatureAndItsFiguresAgreeWithItsPositions) 
   }
 }
 
+TEST_F(BookDemo, TheDaysOrdersAreBehindItsHoldsAndTradedAmountsAndEveryProductHasTerms) {
+  const std::string wrong[] = {
+      "figures f WHERE currency IS NOT NULL AND hold_fund <> (SELECT ifnull(sum(hold_amount), 0) FROM orders "
+      "JOIN products USING (symbol) WHERE account = f.account AND currency = f.currency AND state = "
+      "'resting')",
+      "positions p JOIN products USING (symbol) WHERE abs(completed_buy_amount + completed_sell_amount - "
+      "(SELECT ifnull(sum(f.price * f.quantity * contract_size), 0) FROM orders o JOIN fills f USING "
+      "(order_id) WHERE o.account = p.account AND o.symbol = p.symbol)) > 0.01",
+      "orders o WHERE filled_quantity <> (SELECT ifnull(sum(quantity), 0) FROM fills f WHERE f.order_id = "
+      "o.order_id)",
+      "products WHERE product_type <> 7 AND (symbol NOT IN (SELECT symbol FROM margins) OR market_code NOT "
+      "IN "
+      "(SELECT market_code FROM spread_bands) OR exchange NOT IN (SELECT exchange FROM charges))",
+      // The securities accounts' statements: what is not lent against the holdings is their initial margin.
+      "figures f WHERE account IN ('10011', '20011', '30002', '30010') AND currency IS NOT NULL AND "
+      "abs(initial_margin - (SELECT ifnull(sum(quantity * last * contract_size * initial_ratio), 0) FROM "
+      "positions JOIN products USING (symbol) JOIN prices USING (symbol) JOIN margins USING (symbol) WHERE "
+      "account = f.account AND currency = f.currency)) > 0.01",
+  };
+  for (const std::string& from : wrong) {
+    EXPECT_EQ(FStore.QueryInteger("SELECT count(*) FROM " + from), 0) << from;
+  }
+}
+
 }  // namespace
 }  // namespace margindesk

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "host/book/Book.h"
+#include "host/services/HostContentsOfBook.h"
 #include "host/services/HostData.h"
+#include "tests/host/book/BookTestFiles.h"
 
 namespace margindesk {
 namespace {
@@ -53,6 +56,22 @@ TEST_F(SpreadTable, APriceOnALimitBelongsToTheBandOfTheDirection) {
     EXPECT_EQ(band.FTick, 77);
   }
   EXPECT_EQ(FTable.StepUp(20.01), 20.01);
+}
+
+TEST(MarketsOfTheHost, TheDemoBooksPricesAreOnTheTicksOfTheirMarkets) {
+  const TTemporaryFolder folder;
+  TBook book(folder.Path() / "book.db", TStoreMode::kCreate);
+  book.Import(MARGINDESK_SOURCE_DIR "/resources/demo");
+  const THostContents contents = ReadHostContents(book);
+  const THostData data(contents);
+  const auto check = [&data](TCode symbol, double price) {
+    const TSpreadTableRecord* table = data.FindSpreadTable(data.FindProduct(symbol)->GetMarketCode());
+    EXPECT_TRUE(table == nullptr || table->IsOnTick(price)) << symbol.Text() << " " << price;
+  };
+  for (const auto& [symbol, prices] : contents.FPrices) {
+    for (const double price : {prices.FLast, prices.FBid, prices.FAsk}) check(symbol, price);
+  }
+  for (const TOrderFacts& order : contents.FOrders) check(order.FSymbol, order.FPrice);
 }
 
 TEST(MarketsOfTheHost, FollowTheContentsAndOrdersAreKeptByAccount) {
