@@ -19,47 +19,21 @@ struct TWhim {
 
 // Records that are there, and now and then not.
 
-class TUnreliableAccount : public TCustomAccount {
+class TUnreliableAccount : public TDelegatingAccount {
  public:
-  TUnreliableAccount(const TCustomAccount& inner, TWhim& whim) : FInner(inner), FWhim(whim) {}
+  TUnreliableAccount(const TCustomAccount& inner, TWhim& whim) : TDelegatingAccount(inner), FWhim(whim) {}
 
   const TCustomAccountData* GetCurrencyData(TCode currency) const override {
-    return FWhim() ? nullptr : FInner.GetCurrencyData(currency);
+    return FWhim() ? nullptr : TDelegatingAccount::GetCurrencyData(currency);
   }
-  const TCustomAccountData* GetSimulatedAccountData(std::string_view key, TCode currency) const override {
-    return FInner.GetSimulatedAccountData(key, currency);
+  TCode GetMasterAccountID() const override {
+    return FWhim() ? TCode() : TDelegatingAccount::GetMasterAccountID();
   }
-  const std::string& GetAttributeValue(std::string_view name) const override {
-    return FInner.GetAttributeValue(name);
-  }
-  TCode GetAccountID() const override { return FInner.GetAccountID(); }
-  const std::string& GetCustomValue(std::string_view key) const override {
-    return FInner.GetCustomValue(key);
-  }
-  double GetCustomBalance(TCode currency, std::string_view key) const override {
-    return FInner.GetCustomBalance(currency, key);
-  }
-  std::int32_t GetMasterType() const override { return FInner.GetMasterType(); }
-  TCode GetMasterAccountID() const override { return FWhim() ? TCode() : FInner.GetMasterAccountID(); }
-  const std::string& GetMobile() const override { return FInner.GetMobile(); }
-  const std::string& GetEmail() const override { return FInner.GetEmail(); }
-  std::int32_t GetMarginType() const override { return FInner.GetMarginType(); }
-  const std::string& GetAccountType() const override { return FInner.GetAccountType(); }
-  std::int32_t GetStatusFlags() const override { return FInner.GetStatusFlags(); }
-  const std::string& GetBODUpdateTime() const override { return FInner.GetBODUpdateTime(); }
-  bool IsMasterAccount() const override { return FInner.IsMasterAccount(); }
-  bool IsSubAccount() const override { return FInner.IsSubAccount(); }
-  const std::string& GetMarginClass() const override { return FInner.GetMarginClass(); }
-  std::int32_t GetDayTradeStatus() const override { return FInner.GetDayTradeStatus(); }
-  bool IsOnline() const override { return FInner.IsOnline(); }
-  std::int32_t GetAccountCurrencyCount() const override { return FInner.GetAccountCurrencyCount(); }
   TCode GetAccountCurrency(std::int32_t index) const override {
-    return FWhim() ? TCode() : FInner.GetAccountCurrency(index);
+    return FWhim() ? TCode() : TDelegatingAccount::GetAccountCurrency(index);
   }
-  void GetCurrencyList(std::vector<TCode>& currencies) const override { FInner.GetCurrencyList(currencies); }
 
  private:
-  const TCustomAccount& FInner;
   TWhim& FWhim;
 };
 

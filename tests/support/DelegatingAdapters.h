@@ -7,6 +7,48 @@
 
 namespace margindesk {
 
+// An account that hands every read on.
+class TDelegatingAccount : public TCustomAccount {
+ public:
+  explicit TDelegatingAccount(const TCustomAccount& inner) : FInner(inner) {}
+
+  const TCustomAccountData* GetCurrencyData(TCode currency) const override {
+    return FInner.GetCurrencyData(currency);
+  }
+  const TCustomAccountData* GetSimulatedAccountData(std::string_view key, TCode currency) const override {
+    return FInner.GetSimulatedAccountData(key, currency);
+  }
+  const std::string& GetAttributeValue(std::string_view name) const override {
+    return FInner.GetAttributeValue(name);
+  }
+  TCode GetAccountID() const override { return FInner.GetAccountID(); }
+  const std::string& GetCustomValue(std::string_view key) const override {
+    return FInner.GetCustomValue(key);
+  }
+  double GetCustomBalance(TCode currency, std::string_view key) const override {
+    return FInner.GetCustomBalance(currency, key);
+  }
+  std::int32_t GetMasterType() const override { return FInner.GetMasterType(); }
+  TCode GetMasterAccountID() const override { return FInner.GetMasterAccountID(); }
+  const std::string& GetMobile() const override { return FInner.GetMobile(); }
+  const std::string& GetEmail() const override { return FInner.GetEmail(); }
+  std::int32_t GetMarginType() const override { return FInner.GetMarginType(); }
+  const std::string& GetAccountType() const override { return FInner.GetAccountType(); }
+  std::int32_t GetStatusFlags() const override { return FInner.GetStatusFlags(); }
+  const std::string& GetBODUpdateTime() const override { return FInner.GetBODUpdateTime(); }
+  bool IsMasterAccount() const override { return FInner.IsMasterAccount(); }
+  bool IsSubAccount() const override { return FInner.IsSubAccount(); }
+  const std::string& GetMarginClass() const override { return FInner.GetMarginClass(); }
+  std::int32_t GetDayTradeStatus() const override { return FInner.GetDayTradeStatus(); }
+  bool IsOnline() const override { return FInner.IsOnline(); }
+  std::int32_t GetAccountCurrencyCount() const override { return FInner.GetAccountCurrencyCount(); }
+  TCode GetAccountCurrency(std::int32_t index) const override { return FInner.GetAccountCurrency(index); }
+  void GetCurrencyList(std::vector<TCode>& currencies) const override { FInner.GetCurrencyList(currencies); }
+
+ private:
+  const TCustomAccount& FInner;
+};
+
 // Adapters that hand everything on to the host's own, so that a test can replace one operation. Made while
 // the inner adapter is the installed one.
 
