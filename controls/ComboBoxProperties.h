@@ -7,7 +7,7 @@
 
 namespace margindesk {
 
-// A fixed list to choose from.
+// A fixed list to choose from. An open editor has a copy of it.
 class TComboBoxProperties : public TEditProperties {
  public:
   using TEditProperties::TEditProperties;

@@ -5,6 +5,8 @@
 
 namespace margindesk {
 
+class TCellEditor;
+
 // What edits or draws a cell: a column has one for its cells, and a form may choose another one for each
 // cell.
 class TEditProperties : public TControl {
@@ -13,6 +15,11 @@ class TEditProperties : public TControl {
 
   TAlignment FAlignment = TAlignment::Left;
   bool FReadOnly = false;
+  bool FAllowEmpty = true;  // a cell may be left without a value
+  // Of the editor that is open with these properties: its value changed, whoever changed it; its list or
+  // panel is about to drop down.
+  TEvent<TCellEditor&> FOnChange;
+  TEvent<TCellEditor&> FOnPopup;
 };
 
 // A plain text.

@@ -34,6 +34,7 @@ TGridTableView::~TGridTableView() { SetDataSource(nullptr); }
 void TGridTableView::SetDataSource(TCustomGridDataSource* source) {
   if (source == FDataSource) return;
   if (FDataSource != nullptr) FDataSource->Connect({});
+  CancelEditor();
   FDataSource = source;
   FRecords.clear();
   if (source != nullptr) source->Connect(MakeDataChangeEvent<&TGridTableView::DataChanged>(this));
@@ -83,6 +84,7 @@ void TGridTableView::ChangeFocus(std::int32_t record) {
 }
 
 void TGridTableView::SetColumns(std::vector<TGridColumn> columns) {
+  CancelEditor();
   FColumns = std::move(columns);
   FSortKeys.clear();
   InvalidateOrder();
@@ -119,6 +121,7 @@ std::int32_t TGridTableView::GetRecordCount() const {
 void TGridTableView::SetRecordCount(std::int32_t count) {
   if (FDataSource != nullptr || count < 0 || count == GetRecordCount()) return;
   FRecords.resize(static_cast<std::size_t>(count));
+  if (FEditor && !IsRecord(FEditor->GetRecord())) CancelEditor();
   InvalidateOrder();
   FollowSelection();
   if (!IsRecord(FFocusedRecord)) ChangeFocus(-1);
@@ -127,6 +130,8 @@ void TGridTableView::SetRecordCount(std::int32_t count) {
 void TGridTableView::DeleteRecord(std::int32_t record) {
   if (FDataSource != nullptr || !IsRecord(record)) return;
   FRecords.erase(FRecords.begin() + record);
+  if (FEditor && FEditor->GetRecord() == record) CancelEditor();
+  if (FEditor && FEditor->GetRecord() > record) --FEditor->FRecord;
   InvalidateOrder();
   std::vector<std::int32_t> selection = FSelection;
   std::erase(selection, record);
@@ -213,6 +218,7 @@ TEditProperties* TGridTableView::GetProperties(std::int32_t record, const TGridC
 }
 
 void TGridTableView::SetFocusedRecordIndex(std::int32_t record) {
+  if (FEditor && FEditor->GetRecord() != record && !CommitEditor().empty()) CancelEditor();
   ChangeFocus(IsRecord(record) ? record : -1);
 }
 
@@ -224,20 +230,6 @@ void TGridTableView::SetSelection(std::vector<std::int32_t> records) {
     for (const std::int32_t record : records) FSelectedKeys.push_back(keys->GetRowKey(record));
   }
   Assign(FSelection, std::move(records));
-}
-
-std::string TGridTableView::EditCell(std::int32_t record, std::int32_t tag, TVariant value) {
-  const TGridColumn* const column = FindColumn(tag);
-  if (column == nullptr) return "there is no such column";
-  if (!IsRecord(record)) return "there is no such record";
-  bool allowed = column->FAllowEditing && GetEnabled() && FDataSource == nullptr;
-  SetFocusedRecordIndex(record);
-  if (allowed) FOnEditing(*column, allowed);
-  if (!allowed) return "the cell cannot be edited";
-  std::string refusal;
-  column->FOnValidate(value, refusal);
-  if (refusal.empty()) SetValue(record, tag, std::move(value));
-  return refusal;
 }
 
 }  // namespace margindesk

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "controls/CellEditor.h"
 #include "controls/Control.h"
 #include "controls/EditProperties.h"
 #include "controls/Geometry.h"
@@ -31,6 +33,7 @@ struct TGridColumn {
   bool FAllowSorting = true;
   bool FAllowFiltering = false;
   bool FAllowFocusing = false;
+  bool FShowEditButtons = false;  // of every cell, not only of the focused one
   TAlignment FHeaderAlignment = TAlignment::Left;
   TEditProperties* FProperties = nullptr;  // a component of the form; null: plain text
   TEvent<const TGridColumn&, std::int32_t, std::string&> FOnGetDisplayText;
@@ -39,12 +42,35 @@ struct TGridColumn {
   TEvent<TVariant&, std::string&> FOnValidate;
 };
 
+// What a grid offers beside its records.
+struct TGridOptions {
+  bool FAllowDeleting = true;     // of records, by the person
+  bool FGroupByBox = false;       // a box above the headers to drag columns into
+  bool FColumnAutoWidth = false;  // the columns share the width
+  bool FCellHints = false;        // a hint shows a text that is cut off
+  bool FCellEllipsis = false;     // and the cell ends in dots
+  std::string FEmptyText;         // in place of records
+
+  friend bool operator==(const TGridOptions&, const TGridOptions&) = default;
+};
+
 // A grid of records. With a data source the records are the rows of its data control; without one the grid
 // keeps the values itself. A burst of data changes costs one sorting, when somebody next asks for the order.
 //
 // The focused record and the selected ones follow their rows where the data control names its rows
 // (TRowKeys): when the row goes, no record is focused, so that an action never slides onto the row that took
 // its place.
+//
+// Editing. A front, and a script in its place, edits a cell with one editor at a time, in these steps:
+//   OpenEditor          focuses the record, asks the form (editing event), and copies value and list
+//   PressEditorKey      for every key, before what the key does; arrow keys included
+//   TypeInEditor        the editor now holds this: after each key that changed it, or once for a text pasted
+//   ChooseInEditor      an entry of the list was picked
+//   SpinEditor          one step of the spin buttons or of an arrow key
+//   DropDownEditor      the list or the panel is about to show
+//   CommitEditor        Enter, or the focus leaves: the column validates, then the cell has the value
+//   CancelEditor        Escape: the cell keeps what it has
+// The properties' change event follows each change of the editor, also one by the form.
 class TGridTableView : public TControl {
  public:
   using TControl::TControl;
@@ -84,12 +110,29 @@ class TGridTableView : public TControl {
   const std::vector<std::int32_t>& GetSelection() const noexcept { return FSelection; }
   void SetSelection(std::vector<std::int32_t> records);  // one at most without multi-select
   void DoubleClickCell() { FOnCellDblClick(); }          // on the focused record
-  // Edits a cell: the form may forbid it, and the column may replace or refuse the value. Answers "" when the
-  // value stands, else why it does not.
+  // Each answers "" when it was done, else why not. An editor that is open elsewhere is committed first.
+  std::string OpenEditor(std::int32_t record, std::int32_t tag);
+  TCellEditor* GetEditor() noexcept { return FEditor ? &*FEditor : nullptr; }  // null while none is open
+  void PressEditorKey(char32_t key);
+  std::string TypeInEditor(TVariant value);  // texts become numbers where the editor wants them
+  std::string ChooseInEditor(std::int32_t index);
+  std::string SpinEditor(bool up, bool byKey);
+  std::string DropDownEditor();
+  std::string CommitEditor();  // an editor whose value is refused stays open
+  void CancelEditor();
+  // All of it at once: opens, types or chooses, and commits; a refused value leaves the cell as it was.
   std::string EditCell(std::int32_t record, std::int32_t tag, TVariant value);
+  // The same of so many spins, downward when negative.
+  std::string SpinCell(std::int32_t record, std::int32_t tag, std::int32_t steps, bool byKey);
+
+  const TGridOptions& GetOptions() const noexcept { return FOptions; }
+  void SetOptions(TGridOptions options) { Assign(FOptions, std::move(options)); }
 
   void SetOnCellDblClick(TEvent<> event) noexcept { FOnCellDblClick = event; }
   void SetOnEditing(TEvent<const TGridColumn&, bool&> event) noexcept { FOnEditing = event; }
+  void SetOnEditKeyDown(TEvent<const TGridColumn&, TCellEditor&, char32_t> event) noexcept {
+    FOnEditKeyDown = event;
+  }
   void SetOnChange(TEvent<> event) noexcept { FOnChange = event; }  // the focused record changed
 
  private:
@@ -120,6 +163,9 @@ class TGridTableView : public TControl {
   TEvent<> FOnCellDblClick;
   TEvent<> FOnChange;
   TEvent<const TGridColumn&, bool&> FOnEditing;
+  TEvent<const TGridColumn&, TCellEditor&, char32_t> FOnEditKeyDown;
+  TGridOptions FOptions;
+  std::optional<TCellEditor> FEditor;
 };
 
 }  // namespace margindesk

@@ -6,7 +6,8 @@
 
 namespace margindesk {
 
-// A number with spin buttons.
+// A number with spin buttons. Spinning stays within the limits; a number typed above the larger one is
+// refused, one below the smaller stands for the form to judge.
 class TSpinEditProperties : public TEditProperties {
  public:
   using TEditProperties::TEditProperties;
