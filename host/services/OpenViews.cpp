@@ -53,12 +53,14 @@ TViewHandle TOpenViews::Open(const std::string& className) {
   if (handle == 0) return 0;
   FViews.push_back({className, handle, frame, className});
   UpdateCaption(handle);
+  if (FListener != nullptr) FListener->ViewOpened(*Find(handle));
   return handle;
 }
 
 bool TOpenViews::Close(TViewHandle handle) {
   TIBaseView* const plugin = FindPlugin(handle);
   if (plugin == nullptr) return false;
+  if (FListener != nullptr) FListener->ViewClosing(handle);
   std::erase_if(FViews, [&](const TOpenView& view) { return view.FHandle == handle; });
   plugin->CloseInstance(handle);
   return true;
@@ -129,7 +131,9 @@ void TOpenViews::UpdateCaption(TViewHandle handle) {
   std::string caption;
   if (!plugin->GetViewCaption(handle, caption) && !plugin->GetDefaultCaption(caption)) return;
   const auto view = std::ranges::find(FViews, handle, &TOpenView::FHandle);
-  if (view != FViews.end()) view->FCaption = std::move(caption);
+  if (view == FViews.end()) return;
+  view->FCaption = std::move(caption);
+  if (FListener != nullptr) FListener->ViewCaptionChanged(handle);
 }
 
 }  // namespace margindesk

@@ -17,6 +17,18 @@ struct TOpenView {
   std::string FCaption;      // as the view last said; its class where it says none
 };
 
+// Shows the open views. Nothing may be thrown.
+class TOpenViewsListener {
+ public:
+  virtual void ViewOpened(const TOpenView& view) = 0;
+  virtual void ViewClosing(TViewHandle handle) = 0;  // its frame is still there, and goes when this returns
+  // The view told something: its caption or its caption buttons may differ.
+  virtual void ViewCaptionChanged(TViewHandle handle) = 0;
+
+ protected:
+  ~TOpenViewsListener() = default;
+};
+
 // The open views of a front, as its main window keeps them, without a display. It hears what frames tell of
 // themselves: after kViewAccountChanged and kViewLayoutChanged it asks the view's caption again. What a frame
 // tells before it is open goes nowhere.
@@ -55,6 +67,9 @@ class TOpenViews {
   // A layout text that the view cannot read throws EConvertError out of the view; what the view took before
   // stays.
   bool SetLayout(TViewHandle handle, const std::string& layout);
+  // Who shows the views; null for nobody. Not owned.
+  void SetListener(TOpenViewsListener* listener) noexcept { FListener = listener; }
+
   void SetLanguage(std::int32_t index);  // of every view; the language itself is the language manager's
 
  private:
@@ -65,6 +80,7 @@ class TOpenViews {
   std::vector<std::pair<std::string, TIBaseView*>> FPlugins;  // by class, in the order they were made known
   std::vector<TOpenView> FViews;
   bool FClosing = false;
+  TOpenViewsListener* FListener = nullptr;
 };
 
 }  // namespace margindesk

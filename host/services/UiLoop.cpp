@@ -14,6 +14,7 @@ void TUiLoop::Post(std::function<void()> function) {
     FPosted.push_back(std::move(function));
   }
   FPostedSomething.notify_one();
+  if (FWaker) FWaker();
 }
 
 TUiLoop::TTimerId TUiLoop::StartTimer(TDuration period, std::function<void()> function) {

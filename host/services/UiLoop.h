@@ -30,6 +30,10 @@ class TUiLoop {
   // Hands a function to the loop, from any thread. It runs in a later turn, never inside this call.
   void Post(std::function<void()> function);
 
+  // Called after every Post, on the thread that posted: a front with a loop of its own then has this one run.
+  // Set while nothing posts from other threads.
+  void SetWaker(std::function<void()> waker) { FWaker = std::move(waker); }
+
   // Calls a function every `period` (at least a millisecond), first one period from now. Turns that were
   // missed are not made up for. A timer may stop itself and others while it runs.
   TTimerId StartTimer(TDuration period, std::function<void()> function);
@@ -61,6 +65,7 @@ class TUiLoop {
 
   std::mutex FMutex;  // guards the queue alone
   std::condition_variable FPostedSomething;
+  std::function<void()> FWaker;
   std::deque<std::function<void()>> FPosted;
 };
 
