@@ -173,6 +173,7 @@ class TAccountInfoFrame : public TAccountInfoForm {
   std::unique_ptr<TCustomGridDataSource> FMyPositionDataSource;    // null while the grid is hidden
   TAcctPositionViewDataControl* FMyPositionDataControl = nullptr;  // of FMyPositionDataSource
   bool FClosePositionConf = false;
+  const std::shared_ptr<const bool> FLife = std::make_shared<const bool>(true);  // goes with the view
 
  private:
   void ConnectControls();
@@ -188,7 +189,6 @@ class TAccountInfoFrame : public TAccountInfoForm {
   std::vector<std::string> GetColumnItems();
 
   bool FAccountBoxRegistered = false;
-  const std::shared_ptr<const bool> FLife = std::make_shared<const bool>(true);  // goes with the view
 };
 
 // Makes a view: the constructor, then Construct.
