@@ -2,6 +2,7 @@
 
 #include "accountinfo/view/AccountInfoView.h"
 #include "model/ResourceText.h"
+#include "plugin/MenuLevel.h"
 
 namespace margindesk {
 
@@ -11,16 +12,7 @@ constexpr std::int32_t kViewID = 601;
 constexpr std::int32_t kWidth = 370;  // pixels
 constexpr std::int32_t kHeight = 475;
 
-struct TMenuLevel {
-  std::int32_t FIndex;
-  std::int32_t FID;
-  std::string_view FResourceKey;
-};
-constexpr TMenuLevel kMenu[] = {{3100, 103, "Res_Account"}, {3100, kViewID, "Res_AccountInfo"}};
-
-const TMenuLevel* FindMenuLevel(std::int32_t level) {
-  return level >= 0 && static_cast<std::size_t>(level) < std::size(kMenu) ? &kMenu[level] : nullptr;
-}
+constexpr TMenuLevel kMenu[] = {kAccountMenuLevel, {3100, kViewID, "Res_AccountInfo"}};
 
 }  // namespace
 
@@ -30,19 +22,12 @@ std::int32_t TIAccountInfo::GetViewID() { return kViewID; }
 
 std::int32_t TIAccountInfo::GetMenuLevel() { return static_cast<std::int32_t>(std::size(kMenu)); }
 
-std::int32_t TIAccountInfo::GetMenuIndex(std::int32_t level) {
-  const TMenuLevel* found = FindMenuLevel(level);
-  return found == nullptr ? -1 : found->FIndex;
-}
+std::int32_t TIAccountInfo::GetMenuIndex(std::int32_t level) { return GetMenuLevelOf(kMenu, level).FIndex; }
 
-std::int32_t TIAccountInfo::GetMenuID(std::int32_t level) {
-  const TMenuLevel* found = FindMenuLevel(level);
-  return found == nullptr ? 0 : found->FID;
-}
+std::int32_t TIAccountInfo::GetMenuID(std::int32_t level) { return GetMenuLevelOf(kMenu, level).FID; }
 
 std::string TIAccountInfo::GetMenuCaption(std::int32_t level) {
-  const TMenuLevel* found = FindMenuLevel(level);
-  return found == nullptr ? std::string() : GetResourceText(found->FResourceKey);
+  return GetMenuLevelCaption(GetMenuLevelOf(kMenu, level));
 }
 
 std::int32_t TIAccountInfo::GetMenuGroupIndex(std::int32_t /*level*/) { return 0; }

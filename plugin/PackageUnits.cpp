@@ -1,6 +1,7 @@
 #include "accountinfo/view/AccountInfoView.h"
 #include "model/contract/ClassRegistry.h"
 #include "plugin/AccountInfoInterface.h"
+#include "plugin/MarginSimulatorInterface.h"
 #include "plugin/Package.h"
 
 namespace margindesk {
@@ -12,14 +13,19 @@ TIBaseView* MakePlugin(TComponent* owner) {
   return new TPlugin(owner);
 }
 
-// The name under which a host finds the account information view.
+// The names under which a host finds the views.
 constexpr std::string_view kAccountInfoClass = "TIAccountInfo";
+constexpr std::string_view kMarginSimulatorClass = "TIMarginSimulator";
 
-void StartAccountInfoInterface() {
-  TClassRegistry::GetInstance().RegisterClass(kAccountInfoClass, &MakePlugin<TIAccountInfo>);
+template <class TPlugin, const std::string_view& ClassName>
+void StartInterface() {
+  TClassRegistry::GetInstance().RegisterClass(ClassName, &MakePlugin<TPlugin>);
 }
 
-void EndAccountInfoInterface() { TClassRegistry::GetInstance().UnregisterClass(kAccountInfoClass); }
+template <const std::string_view& ClassName>
+void EndInterface() {
+  TClassRegistry::GetInstance().UnregisterClass(ClassName);
+}
 
 constexpr TPackageUnit kUnits[] = {
     {"AccountInfoConstDef", nullptr, nullptr},
@@ -27,7 +33,12 @@ constexpr TPackageUnit kUnits[] = {
     {"AcctPositionViewDataControl", nullptr, nullptr},
     {"AccountInfoView", &InitializeAccountInfoView, &FinalizeAccountInfoView},
     {"DataPreference", nullptr, nullptr},
-    {"AccountInfoInterface", &StartAccountInfoInterface, &EndAccountInfoInterface},
+    {"AccountInfoInterface", &StartInterface<TIAccountInfo, kAccountInfoClass>,
+     &EndInterface<kAccountInfoClass>},
+    {"MarginSimulatorDataControl", nullptr, nullptr},
+    {"MarginSimulatorView", nullptr, nullptr},
+    {"MarginSimulatorInterface", &StartInterface<TIMarginSimulator, kMarginSimulatorClass>,
+     &EndInterface<kMarginSimulatorClass>},
 };
 
 }  // namespace

@@ -234,7 +234,8 @@ TEST_F(ScriptCommand, ListsTheMenuInTheLanguageOfTheDayAndNoneOfAnUnloadedPackag
   const TJsonLines lines = ParseLines(Run({"script", "-"}).FOut);
   EXPECT_EQ(lines.at(1).at("menus").dump(),
             R"([{"id":103,"index":3100,"group":0,"caption":"戶口","class":null,"items":[{"id":601,)"
-            R"("index":3100,"group":0,"caption":"戶口資料","class":"TIAccountInfo","items":[]}]}])");
+            R"("index":3100,"group":0,"caption":"戶口資料","class":"TIAccountInfo","items":[]},{"id":621,)"
+            R"("index":4000,"group":0,"caption":"按金模擬","class":"TIMarginSimulator","items":[]}]}])");
   EXPECT_EQ(lines.at(3).at("menus").dump(), "[]");
 }
 

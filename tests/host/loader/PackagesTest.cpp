@@ -78,7 +78,7 @@ TEST(Packages, OfTheAccountViewsComeAndGoWithoutATrace) {
     ASSERT_EQ(packages.Load(ACCOUNTVIEWS), "");
     EXPECT_TRUE(IsMapped(ACCOUNTVIEWS));
     EXPECT_THAT(packages.Load(ACCOUNTVIEWS), EndsWith(": it is loaded already"));
-    EXPECT_EQ(packages.GetPackages().at(0)->GetUnits().back(), "AccountInfoInterface");
+    EXPECT_EQ(packages.GetPackages().at(0)->GetUnits().back(), "MarginSimulatorInterface");
     const TViewHandle first = host.Views().Open("TIAccountInfo");
     ASSERT_NE(first, 0);
     ASSERT_NE(host.Views().Open("TIAccountInfo"), 0);
