@@ -95,7 +95,12 @@ std::string TCustomAccountInfoDataControl::GetDisplayValue(TDataNode* node, std:
     return row.FIsAttributeRow ? GetResourceHeader(row.FAttribute) : GetCurrencyName(row.FCurrency);
   }
   if (column != kCellValue) return {};
-  return GetAccountCurrencyDisplayData(GetNodeData(node), row.FAttribute, row.FConverted);
+  // A derived control may read other data in the place of the row's and ask without the flag; the row is in
+  // the conversion currency all the same.
+  FShowsConvertedRow = row.FConverted;
+  std::string text = GetAccountCurrencyDisplayData(GetNodeData(node), row.FAttribute, row.FConverted);
+  FShowsConvertedRow = false;
+  return text;
 }
 
 TVariant TCustomAccountInfoDataControl::GetFieldValue(const TCustomAccountData* data,
@@ -137,7 +142,7 @@ std::string TCustomAccountInfoDataControl::GetAccountCurrencyDisplayData(const T
     if (ratio != 0) amount /= ratio;
     return formatter.FormatValue(amount, kFormatRatio, TCode(), true);
   }
-  if (flag || currency.IsEmpty()) amount = ToConversionCurrency(amount, currency);
+  if (flag || FShowsConvertedRow || currency.IsEmpty()) amount = ToConversionCurrency(amount, currency);
   return formatter.FormatValue(amount, kFormatAmount, TCode(), true);
 }
 

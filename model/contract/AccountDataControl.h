@@ -157,6 +157,7 @@ class TCustomAccountInfoDataControl : public TCustomTreeDataControl {
   TCode FAccount;
   TCode FFilterCurrency;
   TCode FConvertCurrency;
+  bool FShowsConvertedRow = false;  // while the text of such a row is being made
   bool FAggregate = false;          // the sub-accounts of a master account are summed with it
   bool FChinaConnect = false;       // the account is shown from its side of the exchange link
   std::int32_t FCurrencyCount = 0;  // of the account, when its rows were built

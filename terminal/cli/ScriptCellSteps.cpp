@@ -94,6 +94,28 @@ TJson Cell(TScriptSession& session, const TScriptArguments& step) {
   return TJson::object();
 }
 
+TJson Spin(TScriptSession& session, const TScriptArguments& step) {
+  constexpr std::int32_t kMostSpins = 10'000;
+  const TFrame& frame = session.Frame(step);
+  TGridTableView& grid = FindGrid(frame, step);
+  CheckReachable(frame, grid);
+  const std::int32_t record = CheckRow(grid.GetDisplayOrder(), step.Integer("row"));
+  const TGridColumn& column = CheckColumn(grid, step.Integer("column"));
+  if (!column.FVisible) throw TScriptError("the column is hidden");
+  const std::string direction = step.Text("direction");
+  if (direction != "up" && direction != "down") throw TScriptError("\"direction\" is \"up\" or \"down\"");
+  const std::string by = step.Has("by") ? step.Text("by") : "mouse";
+  if (by != "key" && by != "mouse") throw TScriptError("\"by\" is \"key\" or \"mouse\"");
+  const std::int32_t count = step.Has("count") ? step.Integer("count") : 1;
+  if (count < 1 || count > kMostSpins) {
+    throw TScriptError("\"count\" is 1 to " + std::to_string(kMostSpins));
+  }
+  const std::string refusal =
+      grid.SpinCell(record, column.FTag, direction == "up" ? count : -count, by == "key");
+  if (!refusal.empty()) throw TScriptError(refusal);
+  return {{"text", grid.GetDisplayText(record, column)}};
+}
+
 TJson DoubleClick(TScriptSession& session, const TScriptArguments& step) {
   const TFrame& frame = session.Frame(step);
   TGridTableView& grid = FindGrid(frame, step);
@@ -133,6 +155,14 @@ std::vector<TScriptStep> MakeCellSteps() {
   return {{"tree", {name}, &Tree},
           {"grid", {name}, &Grid},
           {"cell", {name, row, column, {"value", TScriptKind::kScalar}}, &Cell},
+          {"spin",
+           {name,
+            row,
+            column,
+            {"direction"},
+            {"by", TScriptKind::kText, false},
+            {"count", TScriptKind::kInteger, false}},
+           &Spin},
           {"doubleclick", {name, row}, &DoubleClick},
           {"hover", {name, row, column}, &Hover},
           {"leave", {name}, &Leave}};
