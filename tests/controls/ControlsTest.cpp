@@ -5,8 +5,10 @@
 
 #include "controls/CheckBox.h"
 #include "controls/ComboBox.h"
+#include "controls/ComboBoxProperties.h"
 #include "controls/GridTableView.h"
 #include "controls/SpinEdit.h"
+#include "controls/SpinEditProperties.h"
 #include "controls/TextEdit.h"
 #include "controls/VirtualTree.h"
 #include "model/contract/Positionviewdatacontrol.h"
@@ -142,6 +144,55 @@ TEST_F(ControlRows, GridOfItsOwnRecordsSortsThemAndRefusesWhatCannotBeEdited) {
   EXPECT_THAT(grid.GetSelection(), ElementsAre(0, 2));
   grid.SetRecordCount(1);
   EXPECT_THAT(grid.GetSelection(), ElementsAre(0));
+}
+
+TEST_F(ControlRows, EditorOfACellTakesWhatItsKindHoldsAndChangesTheCellWhenItIsCommitted) {
+  TComboBoxProperties list(nullptr);
+  list.FItems = {"one", "two"};
+  list.FAllowEmpty = false;
+  TSpinEditProperties spin(nullptr);
+  spin.FMinimum = 0;
+  spin.FMaximum = 10;
+  spin.FIncrement = 4;
+  TGridTableView grid(nullptr, "grid");
+  std::vector<TGridColumn> columns(2);
+  for (const std::size_t i : {0U, 1U}) columns[i].FTag = static_cast<std::int32_t>(i);
+  columns[0].FProperties = &list;
+  columns[1].FProperties = &spin;
+  columns[0].FAllowEditing = columns[1].FAllowEditing = true;
+  grid.SetColumns(columns);
+  grid.SetRecordCount(2);
+  const auto type = [&grid](std::int32_t tag, const char* text) {
+    return grid.EditCell(0, tag, TVariant::Text(text));
+  };
+  EXPECT_EQ(type(0, "two"), "");
+  EXPECT_EQ(type(1, " 7.5 "), "");
+  for (const char* text : {"three", "", "Two"}) EXPECT_NE(type(0, text), "") << text;
+  for (const char* text : {"x", "1e300", "nan", "7,5"}) EXPECT_NE(type(1, text), "") << text;
+  EXPECT_EQ(grid.GetValue(0, 0), TVariant::Text("two"));
+  EXPECT_EQ(grid.GetValue(0, 1), TVariant::Float(7.5));
+  EXPECT_EQ(grid.SpinCell(0, 1, 2, false), "");
+  EXPECT_EQ(grid.GetValue(0, 1), TVariant::Float(10));
+  EXPECT_EQ(grid.SpinCell(0, 1, -9, true), "");
+  EXPECT_EQ(grid.GetValue(0, 1), TVariant::Float(0));
+  EXPECT_EQ(type(1, ""), "");
+  EXPECT_EQ(grid.GetValue(0, 1), TVariant::Null());
+
+  grid.OpenEditor(0, 0);
+  grid.ChooseInEditor(0);
+  grid.OpenEditor(1, 0);
+  EXPECT_EQ(grid.GetValue(0, 0), TVariant::Text("one")) << "committed when the next one opens";
+  grid.SetValue(1, 0, TVariant::Text("two"));
+  grid.CommitEditor();
+  EXPECT_EQ(grid.GetValue(1, 0), TVariant::Text("two")) << "nothing was typed";
+  grid.OpenEditor(1, 0);
+  grid.ChooseInEditor(0);
+  grid.DeleteRecord(0);
+  EXPECT_EQ(grid.CommitEditor(), "");
+  EXPECT_EQ(grid.GetValue(0, 0), TVariant::Text("one")) << "the editor follows its row";
+  grid.OpenEditor(0, 0);
+  grid.DeleteRecord(0);
+  EXPECT_EQ(grid.GetEditor(), nullptr);
 }
 
 TEST_F(ControlRows, TreeKeepsWhichRowsAreOpenOverARebuildAndFindsThemUnderThePointer) {
