@@ -88,9 +88,9 @@ void THostData::Replace(const THostContents& contents) {
   changes.FMultiCurrency = changes.FCurrencyList = changes.FCurrencyRatio = true;
 }
 
-TSubItemRecord* THostData::FindKnownItem(TCode symbol) const noexcept {
+TSubItemRecord* THostData::FindItemWithFacts(TCode symbol) const noexcept {
   const auto* item = FItems.Find(symbol);
-  return item != nullptr && *item && (*item)->IsKnown() ? item->get() : nullptr;
+  return item != nullptr && *item && (*item)->GetFacts() != nullptr ? item->get() : nullptr;
 }
 
 void THostData::FollowItem(const TSubItemRecord& item) {
@@ -223,7 +223,11 @@ void THostData::AddHolder(TCode symbol, TCode account) {
 }
 
 TPositionBlock::TItemOf THostData::GetItemOf() {
-  return [this](TCode symbol) -> const TSubItemRecord& { return GetItem(symbol); };
+  return [this](TCode symbol) -> const TSubItemRecord& {
+    TSubItemRecord& item = GetItem(symbol);
+    item.Load();
+    return item;
+  };
 }
 
 THostChanges& THostData::Mark() {

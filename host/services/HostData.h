@@ -64,7 +64,8 @@ class THostData {
     return product != nullptr && product->IsListed() ? product : nullptr;
   }
 
-  // The reference item of a symbol, made when there is none: it follows the product from then on.
+  // The reference item of a symbol, made when there is none: it follows the product from then on. The items
+  // of symbols that are or were held are loaded, those of others once LoadItem has been called.
   TSubItemRecord& GetItem(TCode symbol);
 
   // Brings an amount of the currency into the base currency; 1 for the empty currency, 0 when unknown.
@@ -116,6 +117,7 @@ class THostData {
   bool IsChinaConnectOn() const noexcept { return FChinaConnect; }
   TCode GetBaseCurrency() const noexcept { return FBaseCurrency; }  // empty when there is none
   const std::vector<TCode>& GetCurrencies() const noexcept { return FCurrencies; }
+  const std::vector<TCode>& GetSymbols() const noexcept { return FSymbols; }  // that something is known of
   const std::vector<TCode>& GetAccounts() const noexcept { return FAccountList; }  // in the order of arrival
   std::vector<TCode> GetPeriodExchanges() const;  // in their order; empty when none is shown
   const std::string& GetCustomFieldKey(std::string_view table, std::string_view field) const;  // "" for none
@@ -137,6 +139,7 @@ class THostData {
   void SetExchangeOpen(TCode exchange, bool open);         // of an exchange that is there
   void SetProduct(const TProductFacts& facts);             // adds, or replaces all but the prices
   void SetPrice(TCode symbol, const TPriceFacts& prices);  // of a symbol that is there
+  void LoadItem(TCode symbol);                             // lets its reference item show what is known
   void SetItemStatus(TCode symbol, std::optional<std::int32_t> status);  // see TSubItemRecord::SetFeedStatus
   void SetAccount(const TAccountFacts& facts);  // adds, or replaces all but figures and positions
   void SetOnline(TCode account, bool online);
@@ -181,8 +184,8 @@ class THostData {
   void PutExchange(const TExchangeFacts& facts);
   void PutAccount(const TAccountFacts& facts);
   void PutPositions(TAccountRecord& account, std::vector<TPositionFacts> positions);
-  TSubItemRecord* FindKnownItem(TCode symbol) const noexcept;  // null when nothing is known of the symbol
-  void FollowItem(const TSubItemRecord& item);                 // makes the product of the item's facts
+  TSubItemRecord* FindItemWithFacts(TCode symbol) const noexcept;  // null when nothing is known of the symbol
+  void FollowItem(const TSubItemRecord& item);                     // makes the product of the item's facts
   void ClearCurrencies();
   void ClearExchanges();
   void ClearProducts();

@@ -36,7 +36,7 @@ void THostData::SetExchange(const TExchangeFacts& facts) {
   PutExchange(facts);
   // Its products are valued otherwise while it trades.
   for (const TCode symbol : FSymbols) {
-    if (GetItem(symbol).GetFieldCode(kItemExchange) == facts.FExchange) Mark().FSymbols.Insert(symbol);
+    if (GetItem(symbol).GetFacts()->FProduct.FExchange == facts.FExchange) Mark().FSymbols.Insert(symbol);
   }
 }
 
@@ -50,22 +50,28 @@ void THostData::SetExchangeOpen(TCode exchange, bool open) {
 
 void THostData::SetProduct(const TProductFacts& facts) {
   TSubItemRecord& item = GetItem(facts.FSymbol);
-  if (!item.IsKnown()) FSymbols.push_back(facts.FSymbol);
+  if (item.GetFacts() == nullptr) FSymbols.push_back(facts.FSymbol);
   item.SetProduct(facts);
   FollowItem(item);
   Mark().FSymbols.Insert(facts.FSymbol);
 }
 
 void THostData::SetPrice(TCode symbol, const TPriceFacts& prices) {
-  TSubItemRecord* item = FindKnownItem(symbol);
+  TSubItemRecord* item = FindItemWithFacts(symbol);
   if (item == nullptr) return;
   item->SetPrices(prices);
   FollowItem(*item);
   Mark().FSymbols.Insert(symbol);
 }
 
+void THostData::LoadItem(TCode symbol) {
+  TSubItemRecord& item = GetItem(symbol);
+  item.Load();
+  if (item.IsKnown()) Mark().FSymbols.Insert(symbol);
+}
+
 void THostData::SetItemStatus(TCode symbol, std::optional<std::int32_t> status) {
-  TSubItemRecord* item = FindKnownItem(symbol);
+  TSubItemRecord* item = FindItemWithFacts(symbol);
   if (item == nullptr) return;
   item->SetFeedStatus(status);
   Mark().FSymbols.Insert(symbol);

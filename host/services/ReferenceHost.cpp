@@ -36,12 +36,14 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
       FFiles(FLoop, options.FFileLimits),
       FCurrencies(FData),
       FMarket(FData),
-      FSubscriptions(FData),
+      FSubscriptions(FData, [this](TCode symbol) { LoadItemLater(symbol); }),
       FAccounts(FData),
       FPositions(FData),
       FOrders(FData),
       FCalls(FData),
       FColumnDialog(*FChannels),
+      FConfirmation(*FChannels, FData),
+      FSymbolLists(*FChannels, FData),
       FViews(*FCalls),
       FPreferences(FViews, *FConfig) {
   if (options.FWorkspaceFolder) FWorkspaces.emplace(*options.FWorkspaceFolder, FViews, FLoop);
@@ -59,6 +61,13 @@ TReferenceHost::~TReferenceHost() {
 }
 
 void TReferenceHost::Reload(TBook& book) { FData.Replace(ReadHostContents(book)); }
+
+void TReferenceHost::LoadItemLater(TCode symbol) {
+  FLoop.Post([this, symbol] {
+    FData.LoadItem(symbol);
+    Publish();
+  });
+}
 
 void TReferenceHost::Publish() {
   if (!FData.HasChanges()) return;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/services/AccountAdapter.h"
+#include "host/services/BatchConfirmation.h"
 #include "host/services/ColumnDialog.h"
 #include "host/services/ConfigManager.h"
 #include "host/services/CurrencyAdapter.h"
@@ -30,6 +31,7 @@
 #include "host/services/PreferenceDialog.h"
 #include "host/services/SubscribeAdapter.h"
 #include "host/services/SubscriptionCount.h"
+#include "host/services/SymbolList.h"
 #include "host/services/TimerControl.h"
 #include "host/services/UiLoop.h"
 #include "host/services/UserAppProfile.h"
@@ -101,10 +103,15 @@ class TReferenceHost {
   TOpenViews& Views() noexcept { return FViews; }
   TPreferenceDialog& Preferences() noexcept { return FPreferences; }
   TColumnDialog& ColumnDialog() noexcept { return FColumnDialog; }
+  TBatchConfirmation& Confirmation() noexcept { return FConfirmation; }
+  TSymbolLists& SymbolLists() noexcept { return FSymbolLists; }
   // Null when the host keeps no workspaces.
   TWorkspaces* Workspaces() noexcept { return FWorkspaces ? &*FWorkspaces : nullptr; }
 
  private:
+  // In a later turn, with its handlers told at once.
+  void LoadItemLater(TCode symbol);
+
   // Calls visit(kind, key, list) for every list of registrations but the account boxes.
   template <class TVisit>
   void VisitHandlers(TVisit&& visit) const;
@@ -166,6 +173,8 @@ class TReferenceHost {
   TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
   TInstalled<THostFunctions, THostCalls> FCalls;
   TColumnDialog FColumnDialog;
+  TBatchConfirmation FConfirmation;
+  TSymbolLists FSymbolLists;
   TOpenViews FViews;
   TPreferenceDialog FPreferences;
   std::optional<TWorkspaces> FWorkspaces;

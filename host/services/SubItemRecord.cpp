@@ -62,7 +62,7 @@ const TNumberField* FindNumberField(std::int32_t field) {
 
 double TSubItemRecord::GetFieldFloat(std::int32_t field) const {
   const TNumberField* number = FindNumberField(field);
-  return number != nullptr && IsKnown() ? number->FRead(*FFacts) : 0;
+  return number != nullptr && IsKnown() ? number->FRead(*FShown) : 0;
 }
 
 const std::string& TSubItemRecord::GetFieldText(std::int32_t field) const {
@@ -71,7 +71,7 @@ const std::string& TSubItemRecord::GetFieldText(std::int32_t field) const {
   const TNumberField* number = FindNumberField(field);
   if (number == nullptr) return GetFieldCode(field).Text();
   std::string& text = FTexts[static_cast<std::size_t>(number - kNumberFields)];
-  text = FloatToText(number->FRead(*FFacts));
+  text = FloatToText(number->FRead(*FShown));
   return text;
 }
 
@@ -79,18 +79,18 @@ bool TSubItemRecord::HasField(std::int32_t field) const {
   if (!IsKnown()) return false;
   const TNumberField* number = FindNumberField(field);
   if (number == nullptr) return !GetFieldCode(field).IsEmpty();
-  return number->FZeroCounts || number->FRead(*FFacts) != 0;
+  return number->FZeroCounts || number->FRead(*FShown) != 0;
 }
 
 std::int32_t TSubItemRecord::GetStatus() const {
   if (!IsKnown()) return kItemUnknown;
   if (FFeedStatus) return *FFeedStatus;
-  return FFacts->GetPrice() != 0 ? kItemReady : kItemNotCurrent;
+  return FShown->GetPrice() != 0 ? kItemReady : kItemNotCurrent;
 }
 
 TCode TSubItemRecord::GetFieldCode(std::int32_t field) const {
   const auto* found = std::ranges::find(kCodeFields, field, &TCodeField::FField);
-  return found == std::end(kCodeFields) || !IsKnown() ? TCode() : found->FRead(*FFacts);
+  return found == std::end(kCodeFields) || !IsKnown() ? TCode() : found->FRead(*FShown);
 }
 
 TVariant TSubItemRecord::GetDataValue(std::int32_t field) const {
@@ -104,11 +104,18 @@ void TSubItemRecord::SetProduct(const TProductFacts& product) {
   FFacts->FProduct = product;
   FFacts->FLotSizeText = FloatToText(product.FLotSize);
   FFacts->FTypeText = IntegerToText(product.FProductType);
+  if (FLoaded) FShown = FFacts.get();
 }
 
 void TSubItemRecord::SetPrices(const TPriceFacts& prices) { FFacts->FPrices = prices; }
 
+void TSubItemRecord::Load() noexcept {
+  FLoaded = true;
+  FShown = FFacts.get();
+}
+
 void TSubItemRecord::Clear() {
+  FShown = nullptr;
   FFacts.reset();
   FFeedStatus.reset();
 }

@@ -9,7 +9,9 @@ namespace margindesk {
 TCustomSubItem* TSubscribeAdapter::GetSubItem(TCode symbol, std::string_view serviceName,
                                               const void* /*extra*/) {
   if (serviceName != kReferenceService || symbol.IsEmpty()) return nullptr;
-  return &FData.GetItem(symbol);
+  TSubItemRecord& item = FData.GetItem(symbol);
+  if (item.Ask()) FLoad(symbol);
+  return &item;
 }
 
 void TSubscribeAdapter::AddSymbolHandler(TCustomSubItem* item, THandler handler, const void* owner) {

@@ -229,6 +229,8 @@ TEST_F(Adapters, AnItemAnswersTheFieldsOfItsSymbolAndIsReadyWhenItIsKnownAndHasA
   FBook.Product("silent", "HKD", 0).FListed = false;
   FData.Replace(FBook);
   const TCustomSubItem& bond = *ItemOf("bond");
+  ItemOf("silent");
+  FHost.RunLoop();
   for (const auto& [field, text] : {std::pair(kItemCurrency, "USD"),
                                     {kItemLotSize, "1000"},
                                     {kItemOTC, "1"},
@@ -257,6 +259,27 @@ TEST_F(Adapters, WhoeverWaitsForASymbolIsToldWhenItIsKnown) {
   FData.SetPrice(TCode("388"), {400});
   EXPECT_THAT(Heard(), ElementsAre("called"));
   EXPECT_EQ(item->GetStatus(), kItemReady) << "the item that was there before follows the product";
+  adapter.RemoveSymbolHandlers(item, this);
+}
+
+TEST_F(Adapters, TheItemOfASymbolThatNobodyHoldsArrivesInALaterTurnAndIsAnnouncedOnce) {
+  FData.SetProduct(TTestBook().Product("388", "HKD", 0));
+  FData.SetPrice(TCode("388"), {400});
+  FHost.RunLoop();
+  EXPECT_EQ(ItemOf("5")->GetStatus(), kItemReady) << "held, so it is there from the start";
+  EXPECT_NE(TCustomMarketAdapter::GetInstance().GetProduct(TCode("388")), nullptr) << "the list is known";
+  auto& adapter = TCustomSubscribeAdapter::GetInstance();
+  TCustomSubItem* item = ItemOf("388");
+  adapter.AddSymbolHandler(item, FRecorder.Plain(), this);
+  EXPECT_EQ(ItemOf("388"), item) << "asked for once more";
+  FHost.Publish();
+  EXPECT_EQ(item->GetStatus(), kItemUnknown);
+  EXPECT_FALSE(item->HasField(kItemLotSize));
+  EXPECT_THAT(FRecorder.Take(), IsEmpty());
+  EXPECT_THAT(Heard(), ElementsAre("called"));
+  EXPECT_EQ(item->GetStatus(), kItemReady);
+  ItemOf("388");
+  EXPECT_THAT(Heard(), IsEmpty());
   adapter.RemoveSymbolHandlers(item, this);
 }
 
