@@ -105,8 +105,8 @@ struct TOpenSimulator : TMarginSimulatorDataControl {
   int FChanges = 0;
 };
 
-// Account A1 with a position of 3 AAA; SIM holds the figures of a simulation of it. Over the counter, FFF is a
-// fund and BBB a bond.
+// Account A1 with a position of 3 AAA; SIM holds the figures of a simulation of it. Over the counter, FFF is
+// a fund and BBB a bond.
 class Simulator : public AccountTree {
  protected:
   Simulator() {
