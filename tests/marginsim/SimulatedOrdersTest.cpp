@@ -48,6 +48,8 @@ TEST_F(SimulatorOrders, AreSimulatedTogetherUnderANewKeyEachTime) {
   FAdapter.FSimulations["A1/K1"] = "SIM";
   FControl->AddSimulateOrder(Code("AAA"), kSideBuy, 9, 5, 1, 11, kStatusPending);
   FControl->AddSimulateOrder(Code("UUU"), kSideSell, 20, 1, 0, 0, kStatusCompleted);
+  FControl->CheckOrderValidation(Code("CCC"), kSideSell, 30, 2, 1, 11, 1);  // leaves nothing behind
+  FActions.FAsked.clear();
   FControl->Simulate();
   EXPECT_EQ(FActions.FAsked, "take 54 A1 [0 A1 AAA 0 5@9 1 11 1] [0 A1 UUU 1 1@20 0 0 3]\n");
   EXPECT_EQ(FControl->GetTotalPL(Code("USD")), 8);
