@@ -1,6 +1,7 @@
 // Steps at trees and grids. A row is the place of a row among all that the step "tree" or "grid" lists.
 #include "controls/GridTableView.h"
 #include "controls/VirtualTree.h"
+#include "host/services/SymbolList.h"
 #include "model/contract/Constdef.h"
 #include "terminal/cli/AccountTree.h"
 #include "terminal/cli/ScriptControls.h"
@@ -116,6 +117,30 @@ TJson Spin(TScriptSession& session, const TScriptArguments& step) {
   return {{"text", grid.GetDisplayText(record, column)}};
 }
 
+// Drops the symbol list down from a cell, searches in it, and picks a symbol where asked to.
+TJson Symbols(TScriptSession& session, const TScriptArguments& step) {
+  const TFrame& frame = session.Frame(step);
+  TGridTableView& grid = FindGrid(frame, step);
+  CheckReachable(frame, grid);
+  const std::int32_t record = CheckRow(grid.GetDisplayOrder(), step.Integer("row"));
+  const auto check = [](const std::string& refusal) {
+    if (!refusal.empty()) throw TScriptError(refusal);
+  };
+  check(grid.OpenEditor(record, CheckColumn(grid, step.Integer("column")).FTag));
+  check(grid.DropDownEditor());
+  auto& panel = FindControlOf<TSymbolListPanel>(frame, "", "symbol list");
+  panel.Search(step.Text("text"));
+  TJson hits = TJson::array();
+  for (const TSymbolHit& hit : panel.GetHits()) {
+    hits.push_back({{"symbol", hit.FSymbol.Text()}, {"name", hit.FName}, {"exchange", hit.FExchange.Text()}});
+  }
+  if (step.Has("choose") && !panel.Choose(static_cast<std::size_t>(step.Integer("choose")))) {
+    throw TScriptError("the list has no such entry");
+  }
+  grid.CancelEditor();
+  return {{"hits", std::move(hits)}};
+}
+
 TJson DoubleClick(TScriptSession& session, const TScriptArguments& step) {
   const TFrame& frame = session.Frame(step);
   TGridTableView& grid = FindGrid(frame, step);
@@ -163,6 +188,7 @@ std::vector<TScriptStep> MakeCellSteps() {
             {"by", TScriptKind::kText, false},
             {"count", TScriptKind::kInteger, false}},
            &Spin},
+          {"symbols", {name, row, column, {"text"}, {"choose", TScriptKind::kInteger, false}}, &Symbols},
           {"doubleclick", {name, row}, &DoubleClick},
           {"hover", {name, row, column}, &Hover},
           {"leave", {name}, &Leave}};

@@ -7,7 +7,6 @@
 #include "host/book/BookError.h"
 #include "model/ResourceText.h"
 #include "model/contract/Constdef.h"
-#include "model/contract/Datadef.h"
 #include "model/contract/SubscribeAdapter.h"
 #include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
@@ -138,11 +137,9 @@ std::optional<TOrderRefusal> TSimulatorDriver::Click(const char* button) {
 std::optional<TOrderRefusal> TSimulatorDriver::Simulate() { return Click("btnSimulate"); }
 
 std::optional<TOrderRefusal> TSimulatorDriver::Submit(bool confirmed) {
-  FHost.Channels().SetResponder(kMessageBatchConfirmation, [confirmed](void* record) {
-    if (record != nullptr) static_cast<TOrderTakeActionRecord*>(record)->FResult = confirmed;
-  });
+  FHost.Confirmation().SetFront([confirmed](const TBatchQuestion& /*question*/) { return confirmed; });
   auto refusal = Click("btnSubmit");
-  FHost.Channels().SetResponder(kMessageBatchConfirmation, {});
+  FHost.Confirmation().SetFront({});
   return refusal;
 }
 

@@ -53,8 +53,6 @@ class TSimulatorDriver {
   TOpenedView FView;
   TGridTableView& FGrid;
   std::vector<std::string> FMessages;
-  bool FConfirmed = false;
-  bool FAsked = false;
 };
 
 }  // namespace margindesk
