@@ -99,18 +99,11 @@ TEST_F(SimulatorOrders, ArePlacedOnceConfirmedWhateverBecomesOfEach) {
   EXPECT_EQ(columns, "0:50 11:80 10:80 3:70 4:70 5:40 25:100 ");
 }
 
-TEST_F(SimulatorOrders, AreForgottenWhenTheyAreNotConfirmed) {
-  for (const bool answered : {true, false}) {
-    FHost.Channels().SetResponder(kMessageBatchConfirmation, {});
-    if (answered) Answer(false);
-    AddOrder("AAA", kSideBuy, 9, 5, 0);
-    EXPECT_FALSE(FControl->SubmitOrder());
-    EXPECT_TRUE(FControl->GetSimulateOrders().empty());
-  }
-  EXPECT_EQ(FActions.FAsked, "");
-}
-
-TEST_F(SimulatorOrders, AreNotPlacedWhenTheirViewCloses) {
+TEST_F(SimulatorOrders, AreForgottenWhenTheyAreNotConfirmedOrTheirViewCloses) {
+  Answer(false);
+  AddOrder("AAA", kSideBuy, 9, 5, 0);
+  EXPECT_FALSE(FControl->SubmitOrder());
+  EXPECT_TRUE(FControl->GetSimulateOrders().empty());
   Answer(true, [this] { FControl.reset(); });
   AddOrder("AAA", kSideBuy, 9, 5, 0);
   EXPECT_FALSE(FControl->SubmitOrder());
