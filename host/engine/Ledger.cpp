@@ -16,11 +16,12 @@ double AmountOf(const TProductFacts& product, const TDeal& deal) {
   return deal.FPrice * deal.FQuantity * product.FContractSize;
 }
 
+// As it is billed: in hundredths.
 double ChargeOf(const THostData& data, const TProductFacts& product, const TDeal& deal) {
   const TChargeFacts* charge = data.FindCharge(product.FExchange);
   if (charge == nullptr) return 0;
-  return std::max(charge->FRate * AmountOf(product, deal) + charge->FPerUnit * deal.FQuantity,
-                  charge->FMinimum);
+  const double due = charge->FRate * AmountOf(product, deal) + charge->FPerUnit * deal.FQuantity;
+  return std::round(std::max(due, charge->FMinimum) * 100) / 100;
 }
 
 // The key of a position that is new to the account: the symbol, unless another product's position has it.

@@ -1,5 +1,7 @@
 #include "host/services/AccountAdapter.h"
 
+#include <vector>
+
 namespace margindesk {
 
 const TCustomAccount* TAccountAdapter::GetAccount(TCode account, bool /*load*/) const {
@@ -28,10 +30,34 @@ void TAccountAdapter::UnsubscribeAccountOnlineStatus(TCode /*account*/) {}
 void TAccountAdapter::RegisterSimulateListener(TCode account, THandler handler, const void* owner,
                                                TCode previousAccount) {
   FSimulateHandlers.Register(account, handler, owner, previousAccount);
+  CheckListeners(previousAccount);
 }
 
 void TAccountAdapter::UnregisterSimulateListener(TCode account, const void* owner) {
   FSimulateHandlers.Unregister(account, owner);
+  CheckListeners(account);
+}
+
+void TAccountAdapter::PublishSimulation(TCode account) {
+  std::vector<TCode> keys{account};
+  const TAccountRecord* record = FData.FindAccount(account);
+  const TCode linked =
+      record != nullptr && FData.IsChinaConnectOn() ? record->FFacts.FChinaConnectAccount : TCode();
+  if (!linked.IsEmpty()) keys.push_back(linked);
+  TAccountMap accounts;
+  for (const TCode key : keys) AddTo(accounts, key);
+  FSimulateHandlers.NotifyOnce(keys, this, &accounts);
+}
+
+std::size_t TAccountAdapter::CountSimulateListeners(TCode account) const {
+  for (const auto& [key, count] : FSimulateHandlers.GetKeyCounts()) {
+    if (key == account) return count;
+  }
+  return 0;
+}
+
+void TAccountAdapter::CheckListeners(TCode account) const {
+  if (FListenersGone && !account.IsEmpty() && !FSimulateHandlers.HasKey(account)) FListenersGone(account);
 }
 
 void TAccountAdapter::GetSubAccountList(TCode masterAccount, TAccountMap& subAccounts) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -38,6 +40,12 @@ class TAccountAdapter final : public TCustomAccountAdapter {
   // Calls the handlers that the changes concern: loads first, then monitor information.
   void Publish(const THostChanges& changes);
 
+  // Tells the listeners of an account, and of its linked account while China Connect is on, of a simulation.
+  void PublishSimulation(TCode account);
+  std::size_t CountSimulateListeners(TCode account) const;
+  // Called with an account when its last simulate listener has gone.
+  void SetSimulateListenersGone(std::function<void(TCode account)> gone) { FListenersGone = std::move(gone); }
+
   // Calls visit(kind, key, list) for every list of registrations.
   template <class TVisit>
   void VisitHandlers(TVisit&& visit) const {
@@ -51,10 +59,13 @@ class TAccountAdapter final : public TCustomAccountAdapter {
   // Accounts show figures of their linked accounts, so they count as loaded with these.
   void AddLinkingAccounts(TAccountMap& accounts) const;
 
+  void CheckListeners(TCode account) const;
+
   const THostData& FData;
   THandlerList FLoadHandlers;
   TKeyedHandlerList FMonitorHandlers;
   TKeyedHandlerList FSimulateHandlers;
+  std::function<void(TCode account)> FListenersGone;
 };
 
 }  // namespace margindesk

@@ -60,9 +60,10 @@ TCode TAccountRecord::GetAccountCurrency(std::int32_t index) const {
   return FFigures.GetCurrencies()[static_cast<std::size_t>(index)];
 }
 
-const TCustomAccountData* TAccountRecord::GetSimulatedAccountData(std::string_view /*simulationKey*/,
-                                                                  TCode /*currency*/) const {
-  return nullptr;  // the host has given out no simulation key
+const TCustomAccountData* TAccountRecord::GetSimulatedAccountData(std::string_view simulationKey,
+                                                                  TCode currency) const {
+  const auto found = FSimulations.find(simulationKey);
+  return found == FSimulations.end() ? nullptr : found->second.Find(currency);
 }
 
 void TAccountRecord::GetCurrencyList(std::vector<TCode>& currencies) const {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -71,6 +73,7 @@ class TAccountRecord final : public TCustomAccount {
   TAccountDataList FConsolidated{*this};
   std::shared_ptr<TPositionBlock> FPositions;  // null for none
   std::vector<TCode> FSubAccounts;             // the accounts that name this one as their master
+  std::map<std::string, TAccountDataList, std::less<>> FSimulations;  // by their keys
 
  private:
   const TCode FAccount;

@@ -128,6 +128,7 @@ void THostData::ClearAccounts() {
     account.FFacts = TAccountFacts();
     account.FFigures.Clear();
     account.FConsolidated.Clear();
+    account.FSimulations.clear();
     Mark().FAccounts.Insert(code);
     Mark().FMonitored.Insert(code);
   }

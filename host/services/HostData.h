@@ -146,6 +146,10 @@ class THostData {
   void SetMonitorInfo(TCode account, std::string marginClass, std::int32_t dayTradeStatus);
   void SetFigures(const TFigureFacts& facts);       // adds or replaces, of an account that is there
   void SetConsolidated(const TFigureFacts& facts);  // likewise
+  // The figures that an account has under a simulation's key, in the place of those that it had under it.
+  // They are marked as no change and go when the contents are replaced.
+  void SetSimulation(TCode account, const std::string& key, const std::vector<TFigureFacts>& figures);
+  void RemoveSimulation(TCode account, std::string_view key);
   void SetPositions(TCode account, std::vector<TPositionFacts> positions);  // all of an account that is there
   void UpsertPosition(TPositionFacts facts);                                // of an account that is there
   bool RemovePosition(TCode account, std::string_view key);                 // false when there is none
@@ -158,6 +162,7 @@ class THostData {
   // Called when something changes while nothing else is waiting to be published.
   void SetChangeListener(std::function<void()> listener) { FListener = std::move(listener); }
   bool HasChanges() const noexcept { return FChanged; }
+  const THostChanges& GetChanges() const noexcept { return FChanges; }
   THostChanges TakeChanges();  // and starts anew
 
  private:

@@ -108,6 +108,22 @@ void THostData::SetConsolidated(const TFigureFacts& facts) {
   Mark().FAccounts.Insert(facts.FAccount);
 }
 
+void THostData::SetSimulation(TCode account, const std::string& key,
+                              const std::vector<TFigureFacts>& figures) {
+  TAccountRecord* record = FindOwn(account);
+  if (record == nullptr) return;
+  record->FSimulations.erase(key);
+  TAccountDataList& list = record->FSimulations.try_emplace(key, *record).first->second;
+  for (const TFigureFacts& facts : figures) list.Set(facts);
+}
+
+void THostData::RemoveSimulation(TCode account, std::string_view key) {
+  TAccountRecord* record = FindOwn(account);
+  if (record == nullptr) return;
+  const auto found = record->FSimulations.find(key);
+  if (found != record->FSimulations.end()) record->FSimulations.erase(found);
+}
+
 void THostData::SetPositions(TCode account, std::vector<TPositionFacts> positions) {
   TAccountRecord* record = FindOwn(account);
   if (record != nullptr) PutPositions(*record, std::move(positions));

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "host/services/BookChange.h"
 #include "host/services/HostContentsOfBook.h"
 
 namespace margindesk {
@@ -26,6 +27,14 @@ TReferenceHost::TFaultReport::TFaultReport() : FPrevious(SetHandlerFaultSink(&Wr
 TReferenceHost::TFaultReport::~TFaultReport() { SetHandlerFaultSink(FPrevious); }
 
 TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options)
+    : TReferenceHost(contents, options, {}) {}
+
+TReferenceHost::TReferenceHost(TBook& book, const TReferenceHostOptions& options)
+    : TReferenceHost(ReadHostContents(book), options,
+                     [&book](const TBookChange& change) { WriteBookChange(book, change); }) {}
+
+TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options,
+                               TOrderEngine::TBookWriter writer)
     : FData(contents),
       FLoop(options.FClock),
       FConfig(&MakeConfig, options),
@@ -40,6 +49,8 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
       FAccounts(FData),
       FPositions(FData),
       FOrders(FData),
+      FEngine(FData, *FAccounts, FLoop, std::move(writer), options.FWallClock),
+      FOrderActions(FEngine),
       FCalls(FData),
       FColumnDialog(*FChannels),
       FConfirmation(*FChannels, FData),
@@ -52,15 +63,16 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
   FData.SetChangeListener([this] { FLoop.Post([this] { Publish(); }); });
 }
 
-TReferenceHost::TReferenceHost(TBook& book, const TReferenceHostOptions& options)
-    : TReferenceHost(ReadHostContents(book), options) {}
-
 TReferenceHost::~TReferenceHost() {
   CloseViews();
   FData.SetChangeListener({});
 }
 
-void TReferenceHost::Reload(TBook& book) { FData.Replace(ReadHostContents(book)); }
+void TReferenceHost::Reload(TBook& book) {
+  const THostContents contents = ReadHostContents(book);
+  FEngine.DropSimulations();
+  FData.Replace(contents);
+}
 
 void TReferenceHost::LoadItemLater(TCode symbol) {
   FLoop.Post([this, symbol] {
@@ -71,6 +83,7 @@ void TReferenceHost::LoadItemLater(TCode symbol) {
 
 void TReferenceHost::Publish() {
   if (!FData.HasChanges()) return;
+  FEngine.Match(TCodeSet(FData.GetChanges().FSymbols));
   const THostChanges changes = FData.TakeChanges();
   FCurrencies->Publish(changes);
   FSubscriptions->Publish(changes);

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/engine/OrderActionManager.h"
+#include "host/engine/OrderEngine.h"
 #include "host/services/AccountAdapter.h"
 #include "host/services/BatchConfirmation.h"
 #include "host/services/ColumnDialog.h"
@@ -25,7 +27,6 @@
 #include "host/services/MarketAdapter.h"
 #include "host/services/MessageBoxCtrl.h"
 #include "host/services/OpenViews.h"
-#include "host/services/OrderActionManager.h"
 #include "host/services/OrderAdapter.h"
 #include "host/services/PositionAdapter.h"
 #include "host/services/PreferenceDialog.h"
@@ -49,6 +50,7 @@ struct TReferenceHostOptions {
   std::int32_t FLanguage = kLanguageEnglish;
   TUiLoop::TClock FClock = &std::chrono::steady_clock::now;
   TFileLimits FFileLimits;
+  TOrderEngine::TClock FWallClock = &std::chrono::system_clock::now;  // dates orders and fills
 };
 
 // The reference host: it owns every service and the data behind them, and has them installed for as long as
@@ -60,17 +62,19 @@ class TReferenceHost {
  public:
   // Throws TLanguageFileError or TConfigError when a file cannot be used, with nothing installed.
   TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options);
-  // Reads the book once; throws TBookError besides.
+  // Reads the book once and writes every booking of an order into it, so it must outlive the host; throws
+  // TBookError besides.
   TReferenceHost(TBook& book, const TReferenceHostOptions& options);
   ~TReferenceHost();
   TReferenceHost(const TReferenceHost&) = delete;
   TReferenceHost& operator=(const TReferenceHost&) = delete;
 
-  // Reads the book again; everything counts as changed. When the book cannot be read, TBookError leaves the
-  // host as it was.
+  // Reads the book again, which is the one that the host was made with if it was made with one; everything
+  // counts as changed. When the book cannot be read, TBookError leaves the host as it was.
   void Reload(TBook& book);
 
-  // Publishes what changed now instead of in the next turn of the loop: currencies, items, accounts,
+  // Fills the resting orders that the market takes since prices or exchanges changed, and publishes what
+  // changed now instead of in the next turn of the loop: currencies, items, accounts,
   // positions and prices, in that order. What handlers change meanwhile waits for the next turn.
   void Publish();
 
@@ -99,6 +103,7 @@ class TReferenceHost {
   TGlobalChannelManager& Channels() noexcept { return *FChannels; }
   THostEditorManager& Editors() noexcept { return *FEditors; }
   TAccountAdapter& Accounts() noexcept { return *FAccounts; }
+  TOrderEngine& Engine() noexcept { return FEngine; }
   THostCalls& Calls() noexcept { return *FCalls; }
   TOpenViews& Views() noexcept { return FViews; }
   TPreferenceDialog& Preferences() noexcept { return FPreferences; }
@@ -109,6 +114,9 @@ class TReferenceHost {
   TWorkspaces* Workspaces() noexcept { return FWorkspaces ? &*FWorkspaces : nullptr; }
 
  private:
+  TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options,
+                 TOrderEngine::TBookWriter writer);
+
   // In a later turn, with its handlers told at once.
   void LoadItemLater(TCode symbol);
 
@@ -170,6 +178,7 @@ class TReferenceHost {
   TInstalled<TCustomAccountAdapter, TAccountAdapter> FAccounts;
   TInstalled<TCustomPositionAdapter, TPositionAdapter> FPositions;
   TInstalled<TCustomOrderAdapter, TOrderAdapter> FOrders;
+  TOrderEngine FEngine;
   TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
   TInstalled<THostFunctions, THostCalls> FCalls;
   TColumnDialog FColumnDialog;

@@ -144,7 +144,7 @@ TEST(HostJournalTest, KeepsWhatWasAskedInTheOrderOfAskingWithTheAnswers) {
     const auto& taken = std::get<TOrderRequest>(entries[7]);
     EXPECT_TRUE(taken.FTaken && !taken.FAccepted && taken.FSide == kSideSell &&
                 taken.FAccount == TCode("A1"));
-    EXPECT_EQ(std::get<TShownMessage>(entries[8]).FText, "This terminal does not take orders.");
+    EXPECT_EQ(std::get<TShownMessage>(entries[8]).FText, "Account A1 is unknown.");
     EXPECT_TRUE(journal.Take().empty());
   }
   EXPECT_EQ(&TCustomMessageBoxCtrl::GetInstance(), &host.MessageBox());

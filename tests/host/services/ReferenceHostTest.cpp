@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "model/contract/AccountAdapter.h"
-#include "model/contract/OrderActionManager.h"
 #include "model/contract/OrderAdapter.h"
 #include "model/contract/SubscribeAdapter.h"
 #include "tests/host/services/Recorder.h"
@@ -77,7 +76,7 @@ TEST(ReferenceHostTest, EveryRegistrationIsCountedForItsOwnerUntilItEnds) {
   EXPECT_EQ(host.CountRegistrations(), 0U);
 }
 
-TEST(OrderTest, ARemarkSaysWhatIsSpecialAboutAnOrderOverTheCounterWhichNobodyTakes) {
+TEST(OrderTest, ARemarkSaysWhatIsSpecialAboutAnOrderOverTheCounter) {
   TTestBook book;
   for (const auto& [symbol, type] : {std::pair("fund", 10), {"bond", 6}, {"listed bond", 6}}) {
     TProductFacts& facts = book.Product(symbol, "HKD", 10);
@@ -95,11 +94,6 @@ TEST(OrderTest, ARemarkSaysWhatIsSpecialAboutAnOrderOverTheCounterWhichNobodyTak
     order->SetSide(side);
     EXPECT_EQ(adapter.GetRemarkText(*order), remark) << symbol;
   }
-
-  auto& manager = TCustomOrderActionManager::GetInstance();
-  EXPECT_FALSE(manager.CheckOrderAction(*order, 1, false));
-  EXPECT_FALSE(manager.TakeOrderAction(nullptr, *order, 1, false));
-  EXPECT_THAT(host.Messages(), testing::ElementsAre("This terminal does not take orders."));
 }
 
 }  // namespace

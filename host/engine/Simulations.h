@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "host/services/AccountAdapter.h"
+#include "host/services/HostData.h"
+#include "host/services/UiLoop.h"
+
+namespace margindesk {
+
+// The simulated figures that accounts hold for the views that asked for them. They are told in a later turn
+// of the loop, and are dropped when they are no longer the newest ones, when nobody listens to the account's
+// simulations any more, and when the book is read again.
+class TSimulations {
+ public:
+  // All must outlive the object, and the loop must not run after it has gone.
+  TSimulations(THostData& data, TAccountAdapter& accounts, TUiLoop& loop);
+  ~TSimulations();
+  TSimulations(const TSimulations&) = delete;
+  TSimulations& operator=(const TSimulations&) = delete;
+
+  // Publishes figures under a key, of one account and where it has one also of its linked account.
+  void Publish(TCode account, std::string key, std::vector<TFigureFacts> figures);
+
+  void DropAll();
+
+ private:
+  struct TSimulation {
+    TCode FAccount;  // that was simulated
+    TCode FLinked;   // empty for none
+    std::string FKey;
+  };
+
+  void Store(TCode account, const std::string& key, const std::vector<TFigureFacts>& figures);
+  void DropOf(TCode account, std::size_t keep);  // all but the newest ones
+  void Drop(const TSimulation& simulation);
+
+  THostData& FData;
+  TAccountAdapter& FAccounts;
+  TUiLoop& FLoop;
+  std::vector<TSimulation> FSimulations;  // in the order of publication
+  std::size_t FReadings = 0;              // how often the book has been read again
+};
+
+}  // namespace margindesk
