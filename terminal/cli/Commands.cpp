@@ -4,8 +4,10 @@
 #include "terminal/cli/Command.h"
 #include "terminal/cli/ConfigCommands.h"
 #include "terminal/cli/ExplainCommand.h"
+#include "terminal/cli/OrdersCommand.h"
 #include "terminal/cli/PositionsCommand.h"
 #include "terminal/cli/ScriptCommand.h"
+#include "terminal/cli/SimulateCommand.h"
 
 namespace margindesk {
 
@@ -15,6 +17,8 @@ std::vector<std::unique_ptr<TCommand>> CreateCommands() {
   commands.push_back(std::make_unique<TAccountCommand>());
   commands.push_back(std::make_unique<TExplainCommand>());
   commands.push_back(std::make_unique<TPositionsCommand>());
+  commands.push_back(std::make_unique<TOrdersCommand>());
+  commands.push_back(std::make_unique<TSimulateCommand>());
   commands.push_back(std::make_unique<TScriptCommand>());
   commands.push_back(std::make_unique<TConfigGetCommand>());
   commands.push_back(std::make_unique<TConfigSetCommand>());
