@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 namespace margindesk {
 
@@ -106,11 +107,20 @@ TMarginFacts MarginOfSymbol(const THostData& data, TCode symbol) {
   return whole;
 }
 
-TNet& NetOf(std::vector<TNet>& nets, const TSymbolFacts& facts, const THostData& data) {
-  const auto found = std::ranges::find(nets, &facts, &TNet::FFacts);
-  if (found != nets.end()) return *found;
-  return nets.emplace_back(TNet{&facts, MarginOfSymbol(data, facts.FProduct.FSymbol)});
-}
+// The nets in the order in which their symbols are met.
+class TNets {
+ public:
+  TNet& Of(const TSymbolFacts& facts, const THostData& data) {
+    const auto [place, isNew] = FPlaces.try_emplace(&facts, FNets.size());
+    if (isNew) FNets.push_back({&facts, MarginOfSymbol(data, facts.FProduct.FSymbol)});
+    return FNets[place->second];
+  }
+  const std::vector<TNet>& Get() const noexcept { return FNets; }
+
+ private:
+  std::vector<TNet> FNets;
+  std::unordered_map<const TSymbolFacts*, std::size_t> FPlaces;
+};
 
 }  // namespace
 
@@ -127,8 +137,8 @@ bool AreMarginedTogether(const TProductFacts& a, const TProductFacts& b) {
 
 TExposure ReckonExposure(const THostData& data, std::span<const TExposedPosition> positions) {
   TExposure exposure;
-  std::vector<TNet> futures;
-  std::vector<TNet> others;
+  TNets futures;
+  TNets others;
   for (const auto& [position, lends] : positions) {
     const TSymbolFacts* facts = FindSymbolFacts(data, position.FSymbol);
     if (facts == nullptr) continue;
@@ -137,7 +147,7 @@ TExposure ReckonExposure(const THostData& data, std::span<const TExposedPosition
     const double price = facts->GetPrice();
     if (!IsCashProduct(product)) exposure.FLots += std::abs(position.FHoldingQuantity);
     if (IsFuture(product)) {
-      NetOf(futures, *facts, data).FQuantity += quantity;
+      futures.Of(*facts, data).FQuantity += quantity;
       if (price == 0) continue;
       const double profit = (price - position.FAveragePrice) * quantity * product.FContractSize;
       exposure.FEquity += profit;
@@ -151,18 +161,18 @@ TExposure ReckonExposure(const THostData& data, std::span<const TExposedPosition
       exposure.FBacking += std::min(value, 0.0);
       continue;
     }
-    TNet& net = NetOf(others, *facts, data);
+    TNet& net = others.Of(*facts, data);
     net.FQuantity += quantity;
     if (quantity < 0) net.FCovered += position.FCoveredQuantity;
   }
-  for (const TNet& net : others) {
+  for (const TNet& net : others.Get()) {
     if (IsOption(net.FFacts->FProduct)) {
       AddOption(exposure, net, data);
     } else {
       AddSecurity(exposure, net);
     }
   }
-  if (!futures.empty()) AddFutures(exposure, futures);
+  if (!futures.Get().empty()) AddFutures(exposure, futures.Get());
   return exposure;
 }
 

@@ -113,22 +113,26 @@ std::vector<TExposedPosition> TLedger::Collect(const TAccountRecord& account,
     const TSymbolFacts* facts = FindSymbolFacts(*FData, position.FSymbol);
     return facts != nullptr && AreMarginedTogether(product, facts->FProduct);
   };
+  // In the order of their keys, so that sums are made in one order, whether a position has just changed or
+  // not.
+  auto changed = FPositions.begin();
+  const auto changedEnd = own ? FPositions.end() : changed;
+  const auto addChanged = [&] {
+    if (belongs(changed->second)) group.push_back({changed->second, Lends(account)});
+    ++changed;
+  };
   if (account.FPositions) {
     for (const TPositionFacts& position : account.FPositions->GetFacts()) {
-      if (belongs(position) && !(own && FPositions.contains(position.FKey))) {
+      if (!belongs(position)) continue;
+      while (changed != changedEnd && changed->first < position.FKey) addChanged();
+      if (changed != changedEnd && changed->first == position.FKey) {
+        addChanged();
+      } else {
         group.push_back({position, Lends(account)});
       }
     }
   }
-  if (own && !FPositions.empty()) {
-    for (const auto& [key, position] : FPositions) {
-      if (belongs(position)) group.push_back({position, Lends(account)});
-    }
-    // Sums are made in one order, whether a position has just changed or not.
-    std::ranges::sort(group, {}, [](const TExposedPosition& exposed) -> const std::string& {
-      return exposed.FPosition.FKey;
-    });
-  }
+  while (changed != changedEnd) addChanged();
   return group;
 }
 

@@ -1,4 +1,6 @@
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -128,9 +130,40 @@ TEST_F(OrderEngineTest, MarketableOrdersFillAtTheMarketAndTheRestRestUntilItCome
   FHost.RunLoop();
   EXPECT_EQ(StateOf(early), TOrderState::kFilled);
   EXPECT_EQ(StateOf(late), TOrderState::kFilled);
-  EXPECT_LT(FHost.Data().GetFills(early).at(0).FFillID, FHost.Data().GetFills(late).at(0).FFillID);
   EXPECT_EQ(Figure("A", "USD", TFigure::kHoldFund), 0);
   EXPECT_EQ(Figure("A", "USD", TFigure::kPendingBuyAmount), 0);
+}
+
+TEST_F(OrderEngineTest, TheBetterPriceComesFirstAndAfterItTheEarlierOrder) {
+  std::vector<double> filled;
+  TOrderEngine engine(
+      FHost.Data(), FHost.Accounts(), FHost.Loop(),
+      [&filled](const TBookChange& change) {
+        if (!change.FFills.empty()) filled.push_back(change.FOrders[0].FQuantity);
+      },
+      &std::chrono::system_clock::now);
+  for (const auto& [price, quantity] : {std::pair(18.0, 1.0), {17, 2}, {19, 3}, {18, 4}}) {
+    EXPECT_EQ(engine.Place(*ClientOrderOf(OrderFor("A", "AA", kSideBuy, price, quantity)), kActionOrder), "");
+  }
+  FHost.Data().SetPrice(TCode("AA"), {10, 10, 10, 0, 0});
+  engine.Match(FHost.Data().GetChanges().FSymbols);
+  EXPECT_THAT(filled, ElementsAre(3, 1, 4, 2));
+}
+
+TEST_F(OrderEngineTest, WhileChinaConnectIsOnItsOrdersMoveTheLinkedAccountsFigures) {
+  TEngineBook book = MakeBook();
+  book.FAccounts[1].FChinaConnectAccount = TCode("L");
+  book.Account("L").FMarginType = 1;
+  for (const char* currency : {"", "CNY"}) TEngineBook::Limit(book.Figures("L", currency), 1e6);
+  book.FChinaConnect = true;
+  FHost.Data().Replace(book);
+  EXPECT_EQ(Place(OrderFor("A", "601", kSideBuy, 6, 100)), "");
+  EXPECT_EQ(Place(OrderFor("A", "AA", kSideBuy, 20.05, 100)), "");
+  EXPECT_DOUBLE_EQ(Figure("L", "CNY", TFigure::kCashBalance), -505);
+  EXPECT_DOUBLE_EQ(Figure("L", "", TFigure::kCashBalance), -1010);
+  EXPECT_DOUBLE_EQ(Figure("A", "USD", TFigure::kCashBalance), 1e6 - 2005 - 3.61);
+  EXPECT_EQ(FHost.Data().FindAccount(TCode("A"))->FFigures.Find(TCode("CNY")), nullptr);
+  EXPECT_EQ(FHost.Data().FindAccount(TCode("A"))->FPositions->Find("601")->FHoldingQuantity, 100);
 }
 
 TEST_F(OrderEngineTest, AFundIsBoughtForAnAmountAtItsPrice) {
