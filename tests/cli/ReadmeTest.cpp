@@ -67,6 +67,23 @@ TEST_F(Readme, ShowsWhatItsExamplesPrint) {
   }
 }
 
+// Its orders would be refused, which is the point of it.
+TEST_F(Readme, TellsOfASimulationThatCanBeCheckedByHand) {
+  const std::string docs = MARGINDESK_SOURCE_DIR "/docs/";
+  std::filesystem::create_directory("docs");
+  std::filesystem::copy(docs + "spread.csv", "docs/spread.csv");
+  const std::string document = ReadWholeFile(docs + "simulate.md");
+  const TExample example = ReadExamples(document).at(0);
+  std::vector<std::string> words = SplitIntoWords(example.FCommand);
+  words.erase(words.begin());
+  RunBare({"accounts"});  // makes the demo book, and says so
+  const TCliResult result = RunBare(words);
+  EXPECT_EQ(result.FCode, 3);
+  EXPECT_EQ(result.FOut, example.FOutput);
+  EXPECT_NE(document.find("    " + result.FErr), std::string::npos) << result.FErr;
+  EXPECT_NE(document.find("```\n" + ReadWholeFile(docs + "spread.csv") + "```"), std::string::npos);
+}
+
 }  // namespace
 
 }  // namespace margindesk
