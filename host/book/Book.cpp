@@ -1,6 +1,7 @@
 #include "host/book/Book.h"
 
 #include <algorithm>
+#include <fstream>
 #include <iterator>
 #include <string>
 
@@ -42,6 +43,15 @@ std::vector<TBookFinding> TBook::Check() {
 }
 
 TBookRows TBook::Read(TTable table) { return {*FConnection, BookTable(table)}; }
+
+void TBook::Copy(const std::filesystem::path& file) {
+  // A connection that opens only what is there makes no file either; an empty one is as good as none.
+  if (!std::filesystem::exists(file)) std::ofstream(file, std::ios::binary);
+  const std::string name = file.string();
+  TSqliteStatement copy(*FConnection, "VACUUM INTO ?");
+  copy.BindText(0, name);
+  copy.Run();
+}
 
 void TBook::Upsert(std::span<const TBookRow> rows) {
   TBookTransaction transaction(*this);

@@ -40,6 +40,9 @@ class TBook {
   // refused.
   void Export(const std::filesystem::path& directory);
 
+  // Writes the book as it is now into a new file; one that is there already is refused.
+  void Copy(const std::filesystem::path& file);
+
   // Looks at the stored book as a whole: the file itself, what each value may be, references and the rules
   // between tables. Nothing is found in a book that only this class has written and that has had at least one
   // import.

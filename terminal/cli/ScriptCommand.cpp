@@ -80,17 +80,25 @@ int TScriptCommand::Run(TSession& session, std::ostream& out) {
 
 bool TScriptCommand::RunSteps(TSession& session, std::istream& in, std::ostream& out, int& outputError) {
   std::optional<TTemporaryFolder> temporary;
-  if (!FWorkspaces) temporary.emplace();
+  if (!FWorkspaces || !session.IsBookNamed()) temporary.emplace();
+  // Its orders are placed for real, so a script works on the user's own book only where that is named.
+  std::optional<TBook> copy;
+  if (!session.IsBookNamed()) {
+    const fs::path file = temporary->Path() / "book.db";
+    session.Book().Copy(file);
+    copy.emplace(file, TStoreMode::kExisting);
+  }
+  TBook& book = copy ? *copy : session.Book();
   TScriptClock clock;
   TReferenceHostOptions options = session.MakeHostOptions();
   options.FConfigFile = session.GetNamedConfigFile();
-  options.FWorkspaceFolder = temporary ? temporary->Path() : fs::path(*FWorkspaces);
+  options.FWorkspaceFolder = FWorkspaces ? fs::path(*FWorkspaces) : temporary->Path() / "workspaces";
   options.FClock = [&clock] { return clock.Now(); };
-  TReferenceHost host(session.Book(), options);
+  TReferenceHost host(book, options);
   TPackages packages(host);
   const TEnvironment& environment = session.Terminal().FEnvironment;
   LoadPackage(packages, environment);
-  TScriptSession script(host, clock, [&] { host.Reload(session.Book()); }, &packages,
+  TScriptSession script(host, clock, [&] { host.Reload(book); }, &packages,
                         {fs::path(FFile).parent_path(), GetPackageFile(environment)});
   const bool fine = RunScript(script, in, out, FStrict);
   outputError = out ? 0 : errno;

@@ -34,6 +34,8 @@ class TSession {
   std::filesystem::path GetBookFile() const;
   std::filesystem::path GetConfigFile() const;
 
+  bool IsBookNamed() const noexcept { return FOptions.FBook.has_value(); }
+
   // The configuration that was named, if one was.
   std::optional<std::filesystem::path> GetNamedConfigFile() const { return FOptions.FConfig; }
 

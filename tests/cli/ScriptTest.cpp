@@ -7,6 +7,7 @@
 #include "controls/Button.h"
 #include "controls/GridTableView.h"
 #include "controls/LayoutControl.h"
+#include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
 #include "model/contract/Datadef.h"
 #include "model/contract/GlobalChannelManager.h"
@@ -182,12 +183,28 @@ TEST_F(Script, SurvivesViewsThatThrowThatNeverRestAndThatCloseThemselves) {
   EXPECT_EQ(ErrorOf(click), "no view is open");
 }
 
+// A batch of one order that says nothing.
+class TBlankOrder final : public TCustomDataControl {
+ public:
+  using TCustomDataControl::TCustomDataControl;
+  std::int32_t GetCount() override { return 1; }
+  const TColumnList* GetColList() override { return &FColumns; }
+  TVariant GetValue(std::int32_t /*row*/, std::int32_t /*column*/) override { return {}; }
+  std::string GetDisplayValue(std::int32_t /*row*/, std::int32_t /*column*/) override { return {}; }
+  bool GetRowValue(std::int32_t /*row*/, const void*& /*value*/) override { return false; }
+  bool GetColValue(std::int32_t /*column*/, const void*& /*value*/) override { return false; }
+
+ private:
+  const TColumnList FColumns;
+};
+
 TEST_F(Script, AnswersDialogsOnceEachInTheOrderPreparedAndNoAfterThat) {
   Run(kOpen);
   std::string asked;
   Frame().FOnClick = [&] {
     const auto confirmed = TCustomMessageBoxCtrl::GetInstance().ShowConfirmation("Sure?") == kConfirmationYes;
     TOrderTakeActionRecord record;
+    record.FDataControl = new TBlankOrder(nullptr);  // passes to the host
     TCustomGlobalChannelManager::GetInstance().SendChannelMessage(kMessageBatchConfirmation, &record);
     asked += std::string(confirmed ? "y" : "n") + (record.FResult ? "y " : "n ");
   };
