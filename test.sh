@@ -16,7 +16,7 @@ run_tests() {
 
 case "$*" in
   "")
-    need build test
+    need build test desktop
     run_tests dev
     run_tests asan
     ;;

@@ -50,7 +50,7 @@ constexpr std::array kFolders{
     TFolderRule{"host/services/", kHost, kForHost | kJson},
     TFolderRule{"host/", kHost, kForHost},
     TFolderRule{"terminal/cli/", kCommandLine, kForFront | kCommandLine},
-    TFolderRule{"terminal/desktop/", kDesktop, kForFront | kDesktop | kQt},
+    TFolderRule{"terminal/desktop/", kDesktop, kForFront | kCommandLine | kDesktop | kQt},
     TFolderRule{"tests/", kTests, kForTests},
     TFolderRule{"bench/", kTests, kForTests},
     TFolderRule{"fuzz/", kTests, kForTests},

@@ -1,0 +1,114 @@
+#include "terminal/desktop/Desktop.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <cstdlib>
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+
+#include "host/book/BookError.h"
+#include "host/services/ConfigStore.h"
+#include "host/services/LanguageFile.h"
+#include "terminal/cli/CliError.h"
+#include "terminal/cli/Locations.h"
+#include "terminal/cli/Session.h"
+#include "terminal/desktop/Dialogs.h"
+#include "terminal/desktop/LoopPump.h"
+#include "terminal/desktop/MainWindow.h"
+#include "terminal/desktop/Text.h"
+
+namespace margindesk {
+
+namespace {
+
+std::optional<std::string> ReadEnvironment(const std::string& name) {
+  const char* value = std::getenv(name.c_str());
+  return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+// The application: an exception that leaves a handler is named in the status bar and goes no further.
+class TDesktopApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  void SetWindow(TMainWindow* window) noexcept { FWindow = window; }
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      Report(receiver, QString::fromUtf8(error.what()));
+    } catch (...) {
+      Report(receiver, QStringLiteral("?"));
+    }
+    return true;
+  }
+
+ private:
+  void Report(QObject* receiver, const QString& what) {
+    if (FWindow == nullptr) return;
+    // The view is named by the dock around the widget that got the event.
+    QObject* at = receiver;
+    while (at != nullptr && qobject_cast<QDockWidget*>(at) == nullptr) at = at->parent();
+    auto* dock = qobject_cast<QDockWidget*>(at);
+    FWindow->ReportFault(dock == nullptr ? FWindow->windowTitle() : dock->windowTitle(), what);
+  }
+
+  TMainWindow* FWindow = nullptr;
+};
+
+struct TOptions {
+  TSessionOptions FSession;
+  std::string FAccount = "M10001";
+};
+
+int RunWindow(TDesktopApplication& application, const TOptions& options) {
+  TTerminal terminal{std::cin, std::cout, std::cerr, &ReadEnvironment};
+  TSession session(terminal, options.FSession);
+  TReferenceHostOptions hostOptions = session.MakeHostOptions();
+  const auto config = session.GetConfigFile();
+  MakePrivateDirectory(config.parent_path());
+  hostOptions.FConfigFile = config;
+  hostOptions.FWorkspaceFolder = config.parent_path() / "workspaces";
+  TReferenceHost host(session.Book(), hostOptions);
+  const TLoopPump pump(host.Loop());
+  const TDialogs dialogs(host);
+  TPackages packages(host);
+  LoadPackage(packages, terminal.FEnvironment);
+  TMainWindow window(host, packages);
+  application.SetWindow(&window);
+  window.Restore(options.FAccount);
+  window.show();
+  const int code = QApplication::exec();
+  application.SetWindow(nullptr);
+  return code;
+}
+
+}  // namespace
+
+int RunDesktop(int argc, char** argv) {
+  TDesktopApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("MarginDesk"));
+  TOptions options;
+  CLI::App parser("The desktop terminal");
+  std::string language = "ENG";
+  parser.add_option("--book", options.FSession.FBook, "The back-office book (default: the user's own)");
+  parser.add_option("--config", options.FSession.FConfig, "The configuration (default: the user's own)");
+  parser.add_option("--lang", language, "The language at the start: ENG, CHS or ZHH")
+      ->check(CLI::IsMember({"ENG", "CHS", "ZHH"}, CLI::ignore_case));
+  parser.add_option("--account", options.FAccount, "The account of the first view of a new workspace");
+  try {
+    parser.parse(argc, argv);
+    options.FSession.FLanguage = FindLanguage(language).value_or(kLanguageEnglish);
+    return RunWindow(application, options);
+  } catch (const CLI::ParseError& error) {
+    return parser.exit(error) == 0 ? kExitFine : kExitUsage;
+  } catch (const std::exception& error) {
+    std::cerr << "margindesk-desktop: " << error.what() << '\n';
+    QMessageBox::critical(nullptr, QStringLiteral("MarginDesk"), QString::fromUtf8(error.what()));
+    return kExitFault;
+  }
+}
+
+}  // namespace margindesk

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <map>
+
+#include "host/loader/Packages.h"
+#include "host/services/MenuModel.h"
+#include "host/services/OpenViews.h"
+#include "host/services/ReferenceHost.h"
+#include "terminal/desktop/ViewDock.h"
+
+namespace margindesk {
+
+// The terminal's window: the menus that the packages' views make up, a dock for every open view, workspaces,
+// language, skin and scale, and a status bar. It keeps no state of its own that matters: what is open, and
+// how, is the host's.
+class TMainWindow : public QMainWindow, private TOpenViewsListener {
+ public:
+  // Both must outlive it; the host keeps workspaces.
+  TMainWindow(TReferenceHost& host, TPackages& packages);
+  ~TMainWindow() override;
+
+  // Opens the workspace that was current when the terminal was last closed; where there is none, a view of
+  // the account in a new workspace.
+  void Restore(const std::string& account);
+
+  // Says in the status bar that something failed, and where. The terminal goes on.
+  void ReportFault(const QString& where, const QString& what);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void ViewOpened(const TOpenView& view) override;
+  void ViewClosing(TViewHandle handle) override;
+  void ViewCaptionChanged(TViewHandle handle) override;
+
+  void BuildMenus();
+  void AddEntries(QMenu& menu, const std::vector<TMenuEntry>& entries);
+  void AddWorkspaceMenu();
+  void AddViewMenu();
+  void OpenView(const std::string& className);
+  void CloseView(TViewHandle handle);
+  void SetLanguage(std::int32_t index);
+  void ApplyLook();
+  void SaveWorkspaceAs();
+  void LoadWorkspace(const std::string& name);
+  void ShowPreferences();
+  void ShowAbout();
+  void UpdateStatus();
+  void SaveGeometry();
+  void RestoreGeometry();
+
+  TReferenceHost& FHost;
+  TPackages& FPackages;
+  std::map<TViewHandle, TViewDock*> FDocks;
+  QLabel* const FConnection;
+  QLabel* const FUpdated;
+  bool FShown = false;
+};
+
+}  // namespace margindesk

@@ -1,0 +1,58 @@
+#include "terminal/desktop/Skin.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace margindesk {
+
+namespace {
+
+struct TSkinColor {
+  QPalette::ColorRole FRole;
+  QRgb FLight;
+  QRgb FDark;
+};
+
+// BrightText is for figures below zero. Every text reads at 4.5 to 1 or more on its background.
+constexpr TSkinColor kColors[] = {
+    {QPalette::Window, 0xfff3f4f6, 0xff1e2227},
+    {QPalette::WindowText, 0xff1b1f24, 0xffe3e6ea},
+    {QPalette::Base, 0xffffffff, 0xff171a1e},
+    {QPalette::AlternateBase, 0xfff7f8fa, 0xff1c2025},
+    {QPalette::Text, 0xff1b1f24, 0xffe3e6ea},
+    {QPalette::Button, 0xffe7e9ed, 0xff2b3037},
+    {QPalette::ButtonText, 0xff1b1f24, 0xffe3e6ea},
+    {QPalette::BrightText, 0xffb3261e, 0xffff8a80},
+    {QPalette::Highlight, 0xff1f6feb, 0xff2f5fa8},
+    {QPalette::HighlightedText, 0xffffffff, 0xffffffff},
+    {QPalette::ToolTipBase, 0xff2b3037, 0xffe3e6ea},
+    {QPalette::ToolTipText, 0xfff3f4f6, 0xff1b1f24},
+    {QPalette::PlaceholderText, 0xff646b75, 0xff9aa3ae},
+    {QPalette::Mid, 0xffc3c8d0, 0xff3a4048},
+    {QPalette::Link, 0xff0b57d0, 0xff8ab4f8},
+};
+
+constexpr QRgb kDisabledLight = 0xff7a828c;
+constexpr QRgb kDisabledDark = 0xff7f8893;
+constexpr double kFontPoints = 9;
+
+}  // namespace
+
+void ApplySkin(QApplication& application, const std::string& skin, int scalePercent) {
+  const bool dark = skin == "Dark";
+  QPalette palette;
+  for (const TSkinColor& color : kColors) palette.setColor(color.FRole, dark ? color.FDark : color.FLight);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(QPalette::Disabled, role, dark ? kDisabledDark : kDisabledLight);
+  }
+  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setPalette(palette);
+  QFont font = application.font();
+  font.setPointSizeF(kFontPoints * scalePercent / 100);
+  font.setStyleStrategy(QFont::PreferAntialias);
+  application.setFont(font);
+}
+
+}  // namespace margindesk

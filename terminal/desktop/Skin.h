@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+class QApplication;
+
+namespace margindesk {
+
+// Gives the application the colours of a skin ("Light", "Dark") and its font at a scale in percent.
+void ApplySkin(QApplication& application, const std::string& skin, int scalePercent);
+
+// The steps of the scale in percent.
+inline constexpr int kScaleSteps[] = {100, 115, 125, 135, 150};
+
+}  // namespace margindesk

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDockWidget>
+#include <QLabel>
+#include <QToolButton>
+#include <functional>
+
+#include "host/services/OpenViews.h"
+
+namespace margindesk {
+
+// The dock of one open view: its form, and a title bar with the view's caption, its caption buttons and the
+// one that closes it. It goes before its view does.
+class TViewDock : public QDockWidget {
+ public:
+  using TClose = std::function<void(TViewHandle)>;
+
+  TViewDock(TOpenViews& views, const TOpenView& view, QWidget* parent, TClose closeView);
+
+  TViewHandle GetHandle() const noexcept { return FHandle; }
+
+  // Takes the view's caption and caption buttons anew.
+  void Update();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void UpdateButtons();
+
+  TOpenViews& FViews;
+  const TViewHandle FHandle;
+  const TClose FClose;
+  QWidget* FTitle;
+  QWidget* FButtons;
+  QLabel* FCaption;
+};
+
+}  // namespace margindesk

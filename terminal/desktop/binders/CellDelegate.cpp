@@ -1,0 +1,71 @@
+#include "terminal/desktop/binders/CellDelegate.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <algorithm>
+
+#include "terminal/desktop/binders/TreeModel.h"
+
+namespace margindesk {
+
+namespace {
+
+constexpr int kPadding = 4;    // pixels beside a text
+constexpr int kMarkWidth = 4;  // pixels of the mark of a changed cell
+const QColor kBarFull(0x4c, 0xaf, 0x50);
+const QColor kBarOverload(0xd3, 0x2f, 0x2f);
+
+QColor Blend(const QColor& a, const QColor& b, double part) {
+  return QColor::fromRgbF(static_cast<float>(a.redF() * (1 - part) + b.redF() * part),
+                          static_cast<float>(a.greenF() * (1 - part) + b.greenF() * part),
+                          static_cast<float>(a.blueF() * (1 - part) + b.blueF() * part));
+}
+
+void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell) {
+  const double part = std::clamp(*cell.FBar / 100, 0.0, 1.0);
+  QRect bar = rect.adjusted(1, 2, -1, -2);
+  bar.setWidth(static_cast<int>(bar.width() * part));
+  QColor color = cell.FOverloaded ? kBarOverload : Blend(cell.FBarColor, kBarFull, part);
+  color.setAlpha(110);
+  painter.fillRect(bar, color);
+}
+
+// Black or white, whichever reads better on the colour.
+QColor TextOn(const QColor& background) {
+  return qGray(background.rgb()) > 140 ? QColor(Qt::black) : QColor(Qt::white);
+}
+
+}  // namespace
+
+void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+  const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
+  const bool selected = option.state.testFlag(QStyle::State_Selected);
+  if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
+  if (cell == nullptr) return;
+  QColor text = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+  if (cell->FBackground.isValid() && !selected) {
+    painter->fillRect(option.rect, cell->FBackground);
+    text = TextOn(cell->FBackground);
+  } else if (!selected && cell->FText.startsWith(u'-')) {
+    text = option.palette.color(QPalette::BrightText);
+  }
+  if (cell->FBar) PaintBar(*painter, option.rect, *cell);
+  if (cell->FChanged) {
+    painter->fillRect(QRect(option.rect.topLeft(), QSize(kMarkWidth, option.rect.height())), text);
+  }
+  painter->setPen(text);
+  painter->setFont(option.font);
+  const int left = kPadding + (cell->FChanged ? kMarkWidth : 0);
+  const QRect inside = option.rect.adjusted(left, 0, -kPadding, 0);
+  painter->drawText(inside, static_cast<int>(cell->FAlignment) | Qt::TextSingleLine,
+                    option.fontMetrics.elidedText(cell->FText, Qt::ElideRight, inside.width()));
+}
+
+QSize TCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
+  const int width = cell == nullptr ? 0 : option.fontMetrics.horizontalAdvance(cell->FText);
+  return {width + 2 * kPadding + kMarkWidth, FRowHeight};
+}
+
+}  // namespace margindesk

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace margindesk {
+
+// Paints the held cell of a model (kShownCellRole) with as little as possible: background, bar, text. A
+// figure below zero is red beside its sign; a changed cell has a mark at its left edge beside its colour.
+class TCellDelegate : public QStyledItemDelegate {
+ public:
+  explicit TCellDelegate(QObject* parent) : QStyledItemDelegate(parent) {}
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  void SetRowHeight(int height) { FRowHeight = height; }  // pixels
+
+ private:
+  int FRowHeight = 20;
+};
+
+}  // namespace margindesk

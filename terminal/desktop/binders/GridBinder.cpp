@@ -1,0 +1,145 @@
+#include "terminal/desktop/binders/GridBinder.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace margindesk {
+
+namespace {
+
+constexpr std::chrono::milliseconds kFrame{50};
+constexpr int kRowHeight = 22;  // pixels
+
+}  // namespace
+
+TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
+    : QObject(&view), FGrid(grid), FView(view), FModel(grid, this), FDelegate(this) {
+  view.setModel(&FModel);
+  view.setItemDelegate(&FDelegate);
+  view.setAlternatingRowColors(true);
+  view.setShowGrid(false);
+  view.setWordWrap(false);
+  view.setSelectionBehavior(QAbstractItemView::SelectRows);
+  view.setContextMenuPolicy(Qt::CustomContextMenu);
+  view.verticalHeader()->hide();
+  view.verticalHeader()->setDefaultSectionSize(kRowHeight);
+  view.verticalHeader()->setMinimumSectionSize(kRowHeight);
+  view.horizontalHeader()->setSectionsMovable(true);
+  view.horizontalHeader()->setHighlightSections(false);
+  view.horizontalHeader()->setSectionsClickable(true);
+  FTimer.setSingleShot(true);
+  FTimer.setInterval(kFrame);
+  QObject::connect(&FTimer, &QTimer::timeout, this, [this] { Refresh(); });
+  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+    const TGridColumn& column = FModel.GetColumn(section);
+    if (!column.FAllowSorting) return;
+    const bool ascending = column.FSortOrder != TSortOrder::Ascending;
+    FGrid.SetSorting(column.FTag, ascending ? TSortOrder::Ascending : TSortOrder::Descending);
+  });
+  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionResized, this, [this] { TakeColumns(); });
+  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { TakeColumns(); });
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+                   [this] { TakeSelection(); });
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+                   [this](const QModelIndex& current) {
+                     if (!FRefreshing) FGrid.SetFocusedRecordIndex(FModel.GetRecord(current.row()));
+                   });
+  QObject::connect(&view, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (FModel.flags(index).testFlag(Qt::ItemIsEditable)) return;
+    FGrid.SetFocusedRecordIndex(FModel.GetRecord(index.row()));
+    FGrid.DoubleClickCell();
+  });
+  FGrid.SetOnUpdate(MakeEvent<&TGridBinder::GridUpdated>(this));
+  ShowColumns();
+  ShowFocus();
+}
+
+TGridBinder::~TGridBinder() { FGrid.SetOnUpdate({}); }
+
+void TGridBinder::GridUpdated() {
+  if (!FRefreshing && !FTimer.isActive()) FTimer.start();
+}
+
+void TGridBinder::Refresh() {
+  FTimer.stop();
+  const bool before = std::exchange(FRefreshing, true);
+  const int first = FView.rowAt(0);
+  const int last = FView.rowAt(FView.viewport()->height() - 1);
+  if (FModel.Refresh(std::max(first, 0), last < 0 ? FModel.rowCount() - 1 : last)) {
+    ShowColumns();
+    ShowFocus();
+  }
+  FRefreshing = before;
+}
+
+void TGridBinder::ShowColumns() {
+  const bool before = std::exchange(FRefreshing, true);
+  QHeaderView* header = FView.horizontalHeader();
+  int sorted = -1;
+  for (int i = 0; i < FModel.columnCount(); ++i) {
+    const TGridColumn& column = FModel.GetColumn(i);
+    header->moveSection(header->visualIndex(i), i);
+    if (column.FWidth > 0) header->resizeSection(i, column.FWidth);
+    if (column.FSortIndex == 0) sorted = i;
+  }
+  header->setSortIndicatorShown(sorted >= 0);
+  if (sorted >= 0) {
+    header->setSortIndicator(sorted, FModel.GetColumn(sorted).FSortOrder == TSortOrder::Descending
+                                         ? Qt::DescendingOrder
+                                         : Qt::AscendingOrder);
+  }
+  FView.setSelectionMode(FGrid.GetMultiSelect() ? QAbstractItemView::ExtendedSelection
+                                                : QAbstractItemView::SingleSelection);
+  FRefreshing = before;
+}
+
+void TGridBinder::ShowFocus() {
+  const bool before = std::exchange(FRefreshing, true);
+  const int row = FModel.GetRow(FGrid.GetFocusedRecordIndex());
+  const int column = std::max(FView.currentIndex().column(), 0);
+  if (row >= 0)
+    FView.selectionModel()->setCurrentIndex(FModel.index(row, column), QItemSelectionModel::NoUpdate);
+  QItemSelection selection;
+  for (const std::int32_t record : FGrid.GetSelection()) {
+    const int selected = FModel.GetRow(record);
+    if (selected >= 0)
+      selection.select(FModel.index(selected, 0), FModel.index(selected, FModel.columnCount() - 1));
+  }
+  FView.selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+  FRefreshing = before;
+}
+
+void TGridBinder::TakeColumns() {
+  if (FRefreshing) return;
+  const bool before = std::exchange(FRefreshing, true);
+  QHeaderView* header = FView.horizontalHeader();
+  std::vector<TGridColumn> columns = FGrid.GetColumns();
+  // The shown ones stand in the person's order, each on a place that a shown one had.
+  std::vector<TGridColumn> shown;
+  for (int place = 0; place < FModel.columnCount(); ++place) {
+    const int section = header->logicalIndex(place);
+    const auto found = std::ranges::find(columns, FModel.GetColumn(section).FTag, &TGridColumn::FTag);
+    if (found == columns.end()) continue;
+    shown.push_back(*found);
+    shown.back().FWidth = header->sectionSize(section);
+  }
+  auto next = shown.begin();
+  for (TGridColumn& column : columns) {
+    if (column.FVisible && next != shown.end()) column = *next++;
+  }
+  FGrid.SetColumns(std::move(columns));
+  FRefreshing = before;
+}
+
+void TGridBinder::TakeSelection() {
+  if (FRefreshing) return;
+  std::vector<std::int32_t> records;
+  for (const QModelIndex& index : FView.selectionModel()->selectedRows()) {
+    records.push_back(FModel.GetRecord(index.row()));
+  }
+  FGrid.SetSelection(std::move(records));
+}
+
+}  // namespace margindesk

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+#include <unordered_map>
+#include <vector>
+
+#include "controls/LayoutControl.h"
+
+namespace margindesk {
+
+// Places the controls of a form as its layout says and follows the layout's changes: places that come and go,
+// captions, directions. The widgets of the controls are made once and move.
+class TLayoutBinder : public QObject {
+ public:
+  TLayoutBinder(TLayoutControl& layout, QWidget& widget);
+  ~TLayoutBinder() override;
+
+  void SetScale(double scale);  // of the layout's pixels
+
+  bool event(QEvent* event) override;
+
+ private:
+  void Watch(TBaseLayoutItem& item);
+  void LayoutUpdated();  // later, once for a burst
+  void Rebuild();
+  QWidget* MakePlace(TBaseLayoutItem& item, QWidget* parent);
+  QWidget* MakeGroup(TLayoutGroup& group, QWidget* parent);
+  QWidget* MakeItem(TLayoutItem& item, QWidget* parent);
+  QWidget* FindWidget(TControl& control);
+
+  TLayoutControl& FLayout;
+  QWidget& FWidget;
+  QWidget* FRoot = nullptr;
+  double FScale = 1;
+  bool FPending = false;
+  std::vector<TBaseLayoutItem*> FWatched;
+  std::unordered_map<TControl*, QWidget*> FWidgets;
+};
+
+}  // namespace margindesk

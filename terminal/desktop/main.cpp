@@ -1,0 +1,3 @@
+#include "terminal/desktop/Desktop.h"
+
+int main(int argc, char** argv) { return margindesk::RunDesktop(argc, argv); }
