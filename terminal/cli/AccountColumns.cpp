@@ -9,7 +9,7 @@
 #include "model/CommaText.h"
 #include "model/contract/ConfigManager.h"
 #include "model/contract/Variant.h"
-#include "terminal/cli/CliError.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

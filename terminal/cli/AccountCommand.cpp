@@ -6,9 +6,9 @@
 #include "terminal/cli/AccountColumns.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/AccountOutput.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/OpenedView.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

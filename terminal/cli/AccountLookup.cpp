@@ -5,7 +5,7 @@
 #include "model/ResourceText.h"
 #include "model/contract/AccountAdapter.h"
 #include "model/contract/CurrencyAdapter.h"
-#include "terminal/cli/CliError.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

@@ -5,11 +5,11 @@
 #include "model/ResourceText.h"
 #include "model/contract/LanguageManager.h"
 #include "terminal/cli/AccountLookup.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/CsvOutput.h"
 #include "terminal/cli/Json.h"
-#include "terminal/cli/Session.h"
 #include "terminal/cli/TextTable.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

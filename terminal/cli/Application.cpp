@@ -13,10 +13,10 @@
 #include "host/services/ConfigStore.h"
 #include "host/services/LanguageFile.h"
 #include "host/services/LanguageManager.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/Command.h"
 #include "terminal/cli/DisplayWidth.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

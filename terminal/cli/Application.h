@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

@@ -4,10 +4,10 @@
 
 #include "host/book/Book.h"
 #include "model/contract/Variant.h"
-#include "terminal/cli/BookFile.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/BookFile.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

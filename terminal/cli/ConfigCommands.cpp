@@ -6,10 +6,10 @@
 
 #include "host/services/ConfigManager.h"
 #include "host/services/ConfigStore.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
-#include "terminal/cli/Locations.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

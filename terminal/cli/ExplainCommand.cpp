@@ -11,12 +11,12 @@
 #include "terminal/cli/AccountColumns.h"
 #include "terminal/cli/AccountLookup.h"
 #include "terminal/cli/AccountTree.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/ExplainOutput.h"
-#include "terminal/cli/Locations.h"
 #include "terminal/cli/OpenedView.h"
-#include "terminal/cli/Session.h"
 #include "terminal/cli/TreeHint.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

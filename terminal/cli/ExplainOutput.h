@@ -6,7 +6,7 @@
 
 #include "terminal/cli/AccountOutput.h"
 #include "terminal/cli/Explanation.h"
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

@@ -1,7 +1,7 @@
 #include "terminal/cli/OpenedView.h"
 
 #include "controls/VirtualTree.h"
-#include "terminal/cli/CliError.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

@@ -6,7 +6,7 @@
 #include "model/contract/AccountDataControl.h"
 #include "model/contract/Baseview.h"
 #include "terminal/cli/AccountOutput.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

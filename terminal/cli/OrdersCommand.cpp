@@ -3,10 +3,10 @@
 #include <CLI/CLI.hpp>
 
 #include "terminal/cli/AccountLookup.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
 #include "terminal/cli/OrdersOutput.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

@@ -10,7 +10,7 @@
 #include "host/book/Csv.h"
 #include "host/services/LocalFile.h"
 #include "model/contract/Variant.h"
-#include "terminal/cli/CliError.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

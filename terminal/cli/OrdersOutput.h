@@ -6,7 +6,7 @@
 
 #include "host/services/HostContents.h"
 #include "terminal/cli/Json.h"
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

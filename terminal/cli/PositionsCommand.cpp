@@ -7,12 +7,12 @@
 #include "model/contract/PositionAdapter.h"
 #include "model/contract/Positionviewdatacontrol.h"
 #include "terminal/cli/AccountLookup.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/CsvOutput.h"
 #include "terminal/cli/Json.h"
 #include "terminal/cli/PositionColumns.h"
-#include "terminal/cli/Session.h"
 #include "terminal/cli/TextTable.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

@@ -10,12 +10,12 @@
 #include <CLI/CLI.hpp>
 
 #include "host/book/BookError.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
-#include "terminal/cli/Locations.h"
 #include "terminal/cli/Script.h"
 #include "terminal/cli/ScriptSteps.h"
-#include "terminal/cli/Session.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

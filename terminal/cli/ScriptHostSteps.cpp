@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "host/book/BookError.h"
-#include "terminal/cli/Locations.h"
 #include "terminal/cli/ScriptJournal.h"
 #include "terminal/cli/ScriptSteps.h"
+#include "terminal/session/Locations.h"
 
 namespace margindesk {
 

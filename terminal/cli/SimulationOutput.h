@@ -8,7 +8,7 @@
 #include "terminal/cli/AccountOutput.h"
 #include "terminal/cli/OrdersFile.h"
 #include "terminal/cli/SimulatorDriver.h"
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

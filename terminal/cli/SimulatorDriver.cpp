@@ -8,8 +8,8 @@
 #include "model/ResourceText.h"
 #include "model/contract/Constdef.h"
 #include "model/contract/SubscribeAdapter.h"
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/DisplayWidth.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

@@ -10,13 +10,13 @@
 #include "host/book/BookError.h"
 #include "host/services/ConfigStore.h"
 #include "host/services/LanguageFile.h"
-#include "terminal/cli/CliError.h"
-#include "terminal/cli/Locations.h"
-#include "terminal/cli/Session.h"
 #include "terminal/desktop/Dialogs.h"
 #include "terminal/desktop/LoopPump.h"
 #include "terminal/desktop/MainWindow.h"
 #include "terminal/desktop/Text.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
+#include "terminal/session/Session.h"
 
 namespace margindesk {
 

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "terminal/cli/CliError.h"
 #include "terminal/cli/OrdersFile.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 namespace {

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "host/book/Sqlite.h"
-#include "terminal/cli/BookFile.h"
+#include "terminal/session/BookFile.h"
 #include "tests/cli/CliTest.h"
 
 namespace margindesk {

@@ -25,6 +25,7 @@ enum EReach : unsigned {
   kQt = 1U << 10U,
   kTestTools = 1U << 11U,  // Google Test and Benchmark
   kTests = 1U << 12U,
+  kSession = 1U << 13U,
 };
 
 constexpr unsigned kForContract = kStandard | kContract;
@@ -49,8 +50,9 @@ constexpr std::array kFolders{
     TFolderRule{"forms/", kPackage, kForPackage},
     TFolderRule{"host/services/", kHost, kForHost | kJson},
     TFolderRule{"host/", kHost, kForHost},
-    TFolderRule{"terminal/cli/", kCommandLine, kForFront | kCommandLine},
-    TFolderRule{"terminal/desktop/", kDesktop, kForFront | kCommandLine | kDesktop | kQt},
+    TFolderRule{"terminal/session/", kSession, kForHost | kSession},
+    TFolderRule{"terminal/cli/", kCommandLine, kForFront | kSession | kCommandLine},
+    TFolderRule{"terminal/desktop/", kDesktop, kForFront | kSession | kDesktop | kQt},
     TFolderRule{"tests/", kTests, kForTests},
     TFolderRule{"bench/", kTests, kForTests},
     TFolderRule{"fuzz/", kTests, kForTests},

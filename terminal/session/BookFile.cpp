@@ -1,4 +1,4 @@
-#include "terminal/cli/BookFile.h"
+#include "terminal/session/BookFile.h"
 
 #include <string>
 #include <system_error>
@@ -8,8 +8,8 @@
 #include <unistd.h>
 
 #include "host/book/Book.h"
-#include "terminal/cli/CliError.h"
-#include "terminal/cli/Locations.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
 
 namespace margindesk {
 

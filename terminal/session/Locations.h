@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

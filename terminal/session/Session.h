@@ -8,7 +8,7 @@
 #include "host/book/Book.h"
 #include "host/loader/Packages.h"
 #include "host/services/ReferenceHost.h"
-#include "terminal/cli/Terminal.h"
+#include "terminal/session/Terminal.h"
 
 namespace margindesk {
 

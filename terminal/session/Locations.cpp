@@ -1,4 +1,4 @@
-#include "terminal/cli/Locations.h"
+#include "terminal/session/Locations.h"
 
 #include <string>
 #include <string_view>
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/book/BookError.h"
-#include "terminal/cli/CliError.h"
+#include "terminal/session/CliError.h"
 
 namespace margindesk {
 

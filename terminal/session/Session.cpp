@@ -1,8 +1,8 @@
-#include "terminal/cli/Session.h"
+#include "terminal/session/Session.h"
 
-#include "terminal/cli/BookFile.h"
-#include "terminal/cli/CliError.h"
-#include "terminal/cli/Locations.h"
+#include "terminal/session/BookFile.h"
+#include "terminal/session/CliError.h"
+#include "terminal/session/Locations.h"
 
 namespace margindesk {
 
