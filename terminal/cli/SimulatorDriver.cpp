@@ -94,7 +94,10 @@ void TSimulatorDriver::Settle() {
 
 void TSimulatorDriver::TypeCell(std::int32_t record, std::int32_t column, TVariant value) {
   const std::string refusal = FGrid.EditCell(record, column, std::move(value));
-  if (!refusal.empty()) throw TCliError("row " + std::to_string(record + 1) + ": " + refusal);
+  if (refusal.empty()) return;
+  const TGridColumn* const shown = FGrid.FindColumn(column);
+  throw TCliError("row " + std::to_string(record + 1) + ", " + (shown == nullptr ? "" : shown->FCaption) +
+                  ": " + refusal);
 }
 
 void TSimulatorDriver::TypeOrder(const TFileOrder& order) {
