@@ -99,8 +99,13 @@ void TMarginSimulatorFrame::btnSimulateClick() {
 
 void TMarginSimulatorFrame::btnSubmitClick() {
   TMarginSimulatorDataControl* const control = GetSimulatorControl();
-  if (control == nullptr || !AddSimulateOrder(true)) return;
-  if (control->SubmitOrder()) btnClearClick();  // when it was not, the view itself may be gone
+  if (control == nullptr || FSubmitting) return;
+  const std::weak_ptr<const bool> life = FLife;
+  FSubmitting = true;
+  const bool submitted = AddSimulateOrder(true) && control->SubmitOrder();
+  if (life.expired()) return;  // the view may have closed under a message or the question
+  FSubmitting = false;
+  if (submitted) btnClearClick();
 }
 
 void TMarginSimulatorFrame::btnClearClick() {

@@ -132,6 +132,7 @@ class TMarginSimulatorFrame : public TAccountInfoFrame, public TMarginSimulatorF
   const TDataNode* FCurrentHintNode = nullptr;  // whose hint is shown; only ever compared
   std::string FHintRes;
   std::string FLayoutColumn;  // a layout of the order grid that waits to be applied
+  bool FSubmitting = false;   // the rows are being placed: another press does not place them again
 
  private:
   void InitializeGrid();

@@ -1,6 +1,4 @@
 // The rows of the order grid as simulated orders.
-#include <algorithm>
-
 #include "marginsim/MarginSimulatorDataControl.h"
 #include "marginsim/MarginSimulatorView.h"
 #include "model/ResourceText.h"
@@ -22,9 +20,9 @@ const std::string& GetErrorText(std::string_view code) {
 
 void ShowMessage(std::string_view text) { TCustomMessageBoxCtrl::GetInstance().ShowMessage(text); }
 
-// The entry of a list that a cell holds; the number of entries for none of them.
-std::size_t FindEntry(const std::vector<std::string>& entries, const std::string& text) {
-  return static_cast<std::size_t>(std::ranges::find(entries, text) - entries.begin());
+// Whether a cell holds the entry of a list at a place; a list may be shorter.
+bool IsEntry(const std::vector<std::string>& entries, std::size_t place, const std::string& text) {
+  return place < entries.size() && entries[place] == text;
 }
 
 bool CheckBondAmount(const TMarginSimulateOrder& order) {
@@ -77,8 +75,12 @@ TMarginSimulateOrder TMarginSimulatorFrame::ReadOrderRow(std::int32_t record) co
         order.FSymbol = TCode(TrimText(cell.AsText()));
         break;
       case kOrderColumnSide: {
-        const std::size_t entry = FindEntry(epiSide->FItems, cell.AsText());
-        order.FSide = entry == 0 ? kSideBuy : entry == 1 ? kSideSell : kSideNotChosen;
+        const std::string text = cell.AsText();
+        if (IsEntry(epiSide->FItems, 0, text)) {
+          order.FSide = kSideBuy;
+        } else if (IsEntry(epiSide->FItems, 1, text)) {
+          order.FSide = kSideSell;
+        }
         break;
       }
       case kOrderColumnPrice:
@@ -95,7 +97,7 @@ TMarginSimulateOrder TMarginSimulatorFrame::ReadOrderRow(std::int32_t record) co
         break;
       case kOrderColumnStatus:
         // Whatever is not completed is pending.
-        if (FindEntry(epiStatus->FItems, cell.AsText()) == 1) order.FStatus = kStatusCompleted;
+        if (IsEntry(epiStatus->FItems, 1, cell.AsText())) order.FStatus = kStatusCompleted;
         break;
       default:
         break;

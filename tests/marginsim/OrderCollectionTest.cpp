@@ -1,6 +1,7 @@
 // The rows of the order grid on their way into the list of simulated orders.
 #include "accountinfo/view/AccountInfoView.h"
 #include "marginsim/MarginSimulatorView.h"
+#include "model/contract/Datadef.h"
 #include "tests/marginsim/SimulatorFixture.h"
 
 namespace margindesk {
@@ -137,6 +138,20 @@ TEST_F(OrderGridRows, AreLeftAloneWhenTheViewClosesUnderAMessage) {
   FHost.MessageBox().SetSink([this](std::string_view) { FFrame.reset(); });
   EXPECT_FALSE(FFrame->AddSimulateOrder(false));
   EXPECT_EQ(FFrame, nullptr);
+}
+
+TEST_F(OrderGridRows, ArePlacedOnceThoughSubmitIsPressedAgainWhileTheQuestionStands) {
+  int questions = 0;
+  FHost.Channels().SetResponder(kMessageBatchConfirmation, [&](void* message) {
+    if (++questions == 1) FFrame->btnSubmit->Click();
+    static_cast<TOrderTakeActionRecord*>(message)->FResult = true;
+  });
+  AddRow("AAA", "Buy", 9, 5);
+  FFrame->btnSubmit->Click();
+  EXPECT_EQ(FActions.FAsked, "check 1 A1 AAA 0 5@9 0 0 0\ntake 1 A1 AAA 0 5@9 0 0 0Y\n");
+  AddRow("UUU", "Buy", 20, 1);
+  FFrame->btnSubmit->Click();
+  EXPECT_EQ(questions, 2);
 }
 
 }  // namespace
