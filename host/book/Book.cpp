@@ -19,6 +19,10 @@ void RefuseFindings(const std::string& file, const std::vector<TBookFinding>& fi
   if (!findings.empty()) throw TBookError(file, findings.front().Text());
 }
 
+std::int64_t ReadVersion(TSqliteConnection& connection) {
+  return connection.QueryInteger("PRAGMA data_version");
+}
+
 }  // namespace
 
 TBook::TBook(const std::filesystem::path& file, TStoreMode mode)
@@ -60,10 +64,18 @@ void TBook::Upsert(std::span<const TBookRow> rows) {
 }
 
 TBookSnapshot::TBookSnapshot(TBook& book)
-    : FTransaction(*book.FConnection, TSqliteTransaction::TMode::kRead) {}
+    : FTransaction(*book.FConnection, TSqliteTransaction::TMode::kRead) {
+  book.FSnapshotVersion = ReadVersion(*book.FConnection);
+}
 
 TBookTransaction::TBookTransaction(TBook& book)
     : FBook(book), FTransaction(*book.FConnection, TSqliteTransaction::TMode::kWrite) {}
+
+void TBookTransaction::RequireUnchanged() {
+  TSqliteConnection& connection = *FBook.FConnection;
+  if (FBook.FSnapshotVersion && ReadVersion(connection) != *FBook.FSnapshotVersion)
+    throw TBookChangedError(connection.File());
+}
 
 TSqliteStatement& TBookTransaction::Prepare(TBook::TStatements& statements, const TBookTable& table,
                                             const std::string& sql) {

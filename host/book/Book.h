@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <vector>
@@ -64,6 +66,8 @@ class TBook {
   std::unique_ptr<TSqliteConnection> FConnection;
   TStatements FUpserts;
   TStatements FRemovals;
+  // Of what the last snapshot held, none before it; other programs' changes alone move it.
+  std::optional<std::int64_t> FSnapshotVersion;
 };
 
 // Holds the book as it is now: while it lives, reads of several tables are of one moment, whatever other
@@ -81,6 +85,10 @@ class TBookSnapshot {
 class TBookTransaction {
  public:
   explicit TBookTransaction(TBook& book);
+
+  // For changes that were reckoned from what the last snapshot held: throws TBookChangedError when another
+  // program has changed the book since then.
+  void RequireUnchanged();
 
   // Writes a row: replaces the one with the same key, which keeps its place in the order of reading, or adds
   // one.

@@ -14,6 +14,9 @@ TBookError::TBookError(std::string_view file, std::size_t line, std::string_view
     : std::runtime_error(std::string(file) + ":" + std::to_string(line) + ":" + std::string(column) + ": " +
                          std::string(reason)) {}
 
+TBookChangedError::TBookChangedError(std::string_view file)
+    : TBookError(file, "another program has changed the book meanwhile") {}
+
 std::string QuotedForMessage(std::string_view text) {
   constexpr std::size_t kLongest = 40;
   constexpr std::string_view kDigits = "0123456789abcdef";

@@ -17,6 +17,12 @@ class TBookError : public std::runtime_error {
   TBookError(std::string_view file, std::size_t line, std::string_view column, std::string_view reason);
 };
 
+// Another program has changed the book since it was read.
+class TBookChangedError : public TBookError {
+ public:
+  explicit TBookChangedError(std::string_view file);
+};
+
 // Text of unknown origin made fit for a message: in double quotes, on one line, with anything that is not
 // printable written as \xNN, and cut after 40 bytes.
 std::string QuotedForMessage(std::string_view text);

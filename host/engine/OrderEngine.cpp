@@ -158,7 +158,7 @@ std::string TOrderEngine::Simulate(const TClientOrderList* orders, TCustomClient
   }
   std::string key = record->GetSimulationKey().empty() ? CreateNewGUID() : record->GetSimulationKey();
   record->SetOrderID(key);
-  FSimulations.Publish(account, std::move(key), ledger.GetFigures());
+  FSimulations.Publish(&carrier, account, std::move(key), ledger.GetFigures());
   return {};
 }
 

@@ -1,75 +1,62 @@
 #include "host/engine/Simulations.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace margindesk {
 
-namespace {
-
-// Kept for every listener: what its view shows and the one before, which a view that was refused a newer one
-// goes on showing.
-constexpr std::size_t kKeptPerListener = 2;
-
-}  // namespace
-
 TSimulations::TSimulations(THostData& data, TAccountAdapter& accounts, TUiLoop& loop)
     : FData(data), FAccounts(accounts), FLoop(loop) {
-  FAccounts.SetSimulateListenersGone([this](TCode account) { DropOf(account, 0); });
+  FAccounts.SetSimulateListenersGone([this](TCode account) {
+    DropWhere([account](const TSimulation& simulation) { return simulation.FAccount == account; });
+  });
 }
 
 TSimulations::~TSimulations() { FAccounts.SetSimulateListenersGone({}); }
 
-void TSimulations::Publish(TCode account, std::string key, std::vector<TFigureFacts> figures) {
-  FLoop.Post([this, account, key = std::move(key), figures = std::move(figures), readings = FReadings] {
-    const std::size_t listeners = FAccounts.CountSimulateListeners(account);
+void TSimulations::Publish(const void* asker, TCode account, std::string key,
+                           std::vector<TFigureFacts> figures) {
+  TSimulation simulation{asker, account, TCode(), std::move(key)};
+  FLoop.Post([this, simulation = std::move(simulation), figures = std::move(figures), readings = FReadings] {
     // The book, the account or whoever asked may have gone meanwhile.
-    if (readings != FReadings || FData.FindAccount(account) == nullptr || listeners == 0) return;
-    Store(account, key, figures);
-    DropOf(account, kKeptPerListener * listeners);
-    FAccounts.PublishSimulation(account);
+    if (readings != FReadings || FData.FindAccount(simulation.FAccount) == nullptr) return;
+    if (FAccounts.CountSimulateListeners(simulation.FAccount) == 0) return;
+    Store(simulation, figures);
+    FAccounts.PublishSimulation(simulation.FAccount);
   });
 }
 
-void TSimulations::Store(TCode account, const std::string& key, const std::vector<TFigureFacts>& figures) {
-  static const TCode mainland("CNY");
-  TSimulation simulation{account, TCode(), key};
+void TSimulations::Store(const TSimulation& asked, const std::vector<TFigureFacts>& figures) {
+  TSimulation simulation = asked;
+  DropWhere([&](const TSimulation& other) {
+    return other.FAsker == simulation.FAsker ||
+           (other.FAccount == simulation.FAccount && other.FKey == simulation.FKey);
+  });
   std::vector<TFigureFacts> own;
   std::vector<TFigureFacts> linked;
-  for (const TFigureFacts& facts : figures) (facts.FAccount == account ? own : linked).push_back(facts);
+  for (const TFigureFacts& facts : figures) {
+    (facts.FAccount == simulation.FAccount ? own : linked).push_back(facts);
+  }
   if (!linked.empty()) {
     simulation.FLinked = linked.front().FAccount;
-    // The account's mainland side shows the linked account's figures.
-    const auto side = std::ranges::find(linked, mainland, &TFigureFacts::FCurrency);
-    std::erase_if(own, [](const TFigureFacts& facts) { return facts.FCurrency == mainland; });
-    if (side != linked.end()) own.push_back(*side);
-    FData.SetSimulation(simulation.FLinked, key, linked);
+    FData.SetSimulation(simulation.FLinked, simulation.FKey, linked);
   }
-  FData.SetSimulation(account, key, own);
-  std::erase_if(FSimulations,
-                [&](const TSimulation& other) { return other.FAccount == account && other.FKey == key; });
+  FData.SetSimulation(simulation.FAccount, simulation.FKey, own);
   FSimulations.push_back(std::move(simulation));
 }
 
-void TSimulations::DropOf(TCode account, std::size_t keep) {
-  auto left = static_cast<std::size_t>(std::ranges::count(FSimulations, account, &TSimulation::FAccount));
+template <class TWhich>
+void TSimulations::DropWhere(TWhich which) {
   std::erase_if(FSimulations, [&](const TSimulation& simulation) {
-    if (simulation.FAccount != account || left <= keep) return false;
-    --left;
-    Drop(simulation);
+    if (!which(simulation)) return false;
+    FData.RemoveSimulation(simulation.FAccount, simulation.FKey);
+    if (!simulation.FLinked.IsEmpty()) FData.RemoveSimulation(simulation.FLinked, simulation.FKey);
     return true;
   });
 }
 
-void TSimulations::Drop(const TSimulation& simulation) {
-  FData.RemoveSimulation(simulation.FAccount, simulation.FKey);
-  if (!simulation.FLinked.IsEmpty()) FData.RemoveSimulation(simulation.FLinked, simulation.FKey);
-}
-
 void TSimulations::DropAll() {
   ++FReadings;
-  for (const TSimulation& simulation : FSimulations) Drop(simulation);
-  FSimulations.clear();
+  DropWhere([](const TSimulation& /*simulation*/) { return true; });
 }
 
 }  // namespace margindesk

@@ -11,7 +11,7 @@
 namespace margindesk {
 
 // The simulated figures that accounts hold for the views that asked for them. They are told in a later turn
-// of the loop, and are dropped when they are no longer the newest ones, when nobody listens to the account's
+// of the loop, and are dropped when whoever asked has a newer one, when nobody listens to the account's
 // simulations any more, and when the book is read again.
 class TSimulations {
  public:
@@ -21,21 +21,23 @@ class TSimulations {
   TSimulations(const TSimulations&) = delete;
   TSimulations& operator=(const TSimulations&) = delete;
 
-  // Publishes figures under a key, of one account and where it has one also of its linked account.
-  void Publish(TCode account, std::string key, std::vector<TFigureFacts> figures);
+  // Publishes figures under a key, of one account and where it has one also of its linked account. Whoever
+  // asks is known by an address, which is only ever compared.
+  void Publish(const void* asker, TCode account, std::string key, std::vector<TFigureFacts> figures);
 
   void DropAll();
 
  private:
   struct TSimulation {
+    const void* FAsker;
     TCode FAccount;  // that was simulated
     TCode FLinked;   // empty for none
     std::string FKey;
   };
 
-  void Store(TCode account, const std::string& key, const std::vector<TFigureFacts>& figures);
-  void DropOf(TCode account, std::size_t keep);  // all but the newest ones
-  void Drop(const TSimulation& simulation);
+  void Store(const TSimulation& simulation, const std::vector<TFigureFacts>& figures);
+  template <class TWhich>
+  void DropWhere(TWhich which);
 
   THostData& FData;
   TAccountAdapter& FAccounts;

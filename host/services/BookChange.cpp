@@ -71,6 +71,7 @@ TBookRow FillRow(const TFillFacts& facts) {
 
 void WriteBookChange(TBook& book, const TBookChange& change) {
   TBookTransaction transaction(book);
+  transaction.RequireUnchanged();
   for (const TFigureFacts& facts : change.FFigures) transaction.Upsert(FigureRow(TTable::kFigures, facts));
   for (const TFigureFacts& facts : change.FConsolidated) {
     transaction.Upsert(FigureRow(TTable::kConsolidated, facts));

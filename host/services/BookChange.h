@@ -23,7 +23,7 @@ struct TBookChange {
 
 // Writes the change as one transaction: when it returns, the whole of it is on the disk and survives a crash.
 // Throws TBookError, and leaves the book as it was, when a value is not allowed, a reference is unknown or
-// the book cannot be written.
+// the book cannot be written; TBookChangedError when another program has written to it since it was read.
 void WriteBookChange(TBook& book, const TBookChange& change);
 
 }  // namespace margindesk

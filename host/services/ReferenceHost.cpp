@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 #include "host/services/BookChange.h"
 #include "host/services/HostContentsOfBook.h"
@@ -31,7 +32,7 @@ TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHo
 
 TReferenceHost::TReferenceHost(TBook& book, const TReferenceHostOptions& options)
     : TReferenceHost(ReadHostContents(book), options,
-                     [&book](const TBookChange& change) { WriteBookChange(book, change); }) {}
+                     [this, &book](const TBookChange& change) { Write(book, change); }) {}
 
 TReferenceHost::TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options,
                                TOrderEngine::TBookWriter writer)
@@ -72,6 +73,25 @@ void TReferenceHost::Reload(TBook& book) {
   const THostContents contents = ReadHostContents(book);
   FEngine.DropSimulations();
   FData.Replace(contents);
+}
+
+// A booking that was reckoned from figures that are no longer those of the book is refused, and the book read
+// again for the next one.
+void TReferenceHost::Write(TBook& book, const TBookChange& change) {
+  try {
+    WriteBookChange(book, change);
+  } catch (const TBookChangedError&) {
+    if (std::exchange(FBookIsNewer, true)) throw;
+    FLoop.Post([this, &book] {
+      FBookIsNewer = false;
+      try {
+        Reload(book);
+      } catch (const TBookError& error) {
+        FMessageBox->ShowMessage(error.what());
+      }
+    });
+    throw;
+  }
 }
 
 void TReferenceHost::LoadItemLater(TCode symbol) {

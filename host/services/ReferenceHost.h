@@ -117,6 +117,7 @@ class TReferenceHost {
   TReferenceHost(const THostContents& contents, const TReferenceHostOptions& options,
                  TOrderEngine::TBookWriter writer);
 
+  void Write(TBook& book, const TBookChange& change);
   // In a later turn, with its handlers told at once.
   void LoadItemLater(TCode symbol);
 
@@ -179,6 +180,7 @@ class TReferenceHost {
   TInstalled<TCustomPositionAdapter, TPositionAdapter> FPositions;
   TInstalled<TCustomOrderAdapter, TOrderAdapter> FOrders;
   TOrderEngine FEngine;
+  bool FBookIsNewer = false;  // than the data, and about to be read again
   TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
   TInstalled<THostFunctions, THostCalls> FCalls;
   TColumnDialog FColumnDialog;

@@ -1,9 +1,11 @@
 #include <random>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "host/book/Book.h"
+#include "host/services/BookChange.h"
 #include "host/services/HostContentsOfBook.h"
 #include "model/contract/AccountAdapter.h"
 #include "tests/host/book/BookTestFiles.h"
@@ -32,12 +34,12 @@ struct TListener {
 };
 
 std::string Simulate(TReferenceHost& host, std::string_view account, const std::vector<TOrderFacts>& orders,
-                     const std::vector<bool>& completed) {
+                     const std::vector<bool>& completed,
+                     TClientOrderRecord&& carrier = TClientOrderRecord()) {
   TClientOrderList list;
   for (std::size_t i = 0; i < orders.size(); ++i) {
     list.push_back(ClientOrderOf(orders[i], completed[i] ? kStatusCompleted : kStatusPending));
   }
-  TClientOrderRecord carrier;
   carrier.SetAccount(TCode(account));
   const std::string refusal = host.Engine().Simulate(&list, carrier);
   EXPECT_EQ(refusal, "");
@@ -170,13 +172,12 @@ TEST(SimulationTest, SimulatedFiguresAreThoseOfTheSameOrdersTakenForRealToTheLas
       return data == nullptr ? TFigures{} : data->GetFacts().FFigures;
     };
     ASSERT_EQ(simulated(account, TCode()), real[0]) << seed;
-    const bool linked = random.Book().FChinaConnect;
-    for (std::size_t i = 0; i < currencies.size(); ++i) {
-      const bool otherSide = linked && currencies[i] == TCode("CNY");
-      ASSERT_EQ(simulated(account, currencies[i]), otherSide ? realLinked[1] : real[i + 1]) << seed;
-    }
-    if (linked) {
-      ASSERT_EQ(simulated(host.Data().FindAccount(TCode("L")), TCode()), realLinked[0]) << seed;
+    for (std::size_t i = 0; i < currencies.size(); ++i)
+      ASSERT_EQ(simulated(account, currencies[i]), real[i + 1]) << seed;
+    if (random.Book().FChinaConnect) {
+      const TAccountRecord* linked = host.Data().FindAccount(TCode("L"));
+      ASSERT_EQ(simulated(linked, TCode()), realLinked[0]) << seed;
+      ASSERT_EQ(simulated(linked, TCode("CNY")), realLinked[1]) << seed;
     }
     ++cases;
     ordersInAll += orders.size();
@@ -187,7 +188,7 @@ TEST(SimulationTest, SimulatedFiguresAreThoseOfTheSameOrdersTakenForRealToTheLas
   listener.Leave("A");
 }
 
-TEST(SimulationTest, OldSimulationsAreDroppedAndAllWithTheLastListener) {
+TEST(SimulationTest, EachAskerKeepsItsNewestSimulationUntilNobodyListens) {
   TTestHost host{TEngineBook()};
   TListener listener;
   listener.Listen("A");
@@ -195,19 +196,26 @@ TEST(SimulationTest, OldSimulationsAreDroppedAndAllWithTheLastListener) {
   const auto known = [&](const std::string& key) {
     return account.GetSimulatedAccountData(key, TCode("USD")) != nullptr;
   };
-  std::vector<std::string> keys;
-  for (int i = 0; i < 3; ++i) {
-    keys.push_back(Simulate(host, "A", {OrderFor("A", "AA", kSideBuy, 20, 1)}, {true}));
+  TClientOrderRecord carriers[2];  // of two views
+  const auto simulate = [&](std::size_t view) {
+    carriers[view].Reset();
+    return Simulate(host, "A", {OrderFor("A", "AA", kSideBuy, 20, 1)}, {true}, std::move(carriers[view]));
+  };
+  const std::string other = simulate(0);
+  std::string key;
+  for (int i = 0; i < 5; ++i) {
     host.RunLoop();
+    const std::string before = std::exchange(key, simulate(1));
+    host.RunLoop();
+    EXPECT_TRUE(known(other) && known(key));
+    EXPECT_FALSE(known(before));
   }
-  EXPECT_FALSE(known(keys[0]));
-  EXPECT_TRUE(known(keys[1]) && known(keys[2]));
   EXPECT_TRUE(listener.FAccounts.contains(TCode("A")));
-  keys.push_back(Simulate(host, "A", {OrderFor("A", "AA", kSideBuy, 20, 1)}, {true}));
+  const std::string late = simulate(1);
   listener.Leave("A");
-  EXPECT_FALSE(known(keys[2]));
+  EXPECT_FALSE(known(other) || known(key));
   host.RunLoop();
-  EXPECT_FALSE(known(keys[3])) << "asked for by a view that has gone";
+  EXPECT_FALSE(known(late)) << "asked for by a view that has gone";
 }
 
 TEST(SimulationTest, ARequestThatCannotBeReckonedIsRefused) {
@@ -269,6 +277,26 @@ TEST_F(DemoBookTest, AThousandSimulationsLeaveNoTraceAndAPlacedOrderIsInTheBookA
   const auto order = ClientOrderOf(OrderFor("10012", "HGIF7", kSideSell, 25500, 1));
   EXPECT_EQ(restarted.Engine().Place(*order, kActionOrder), "");
   EXPECT_GT(order->GetOrderID(), orderID);
+}
+
+TEST_F(DemoBookTest, TwoProgramsOnOneBookLoseNoOrderOfEachOther) {
+  FBook.Import(MARGINDESK_SOURCE_DIR "/resources/demo");
+  TReferenceHost host(FBook, Options());
+  const auto rest = [] { return ClientOrderOf(OrderFor("10012", "HGIF7", kSideSell, 25500, 1)); };
+  TBook otherBook(FFolder.Path() / "book.db", TStoreMode::kExisting);
+  THostData otherData(ReadHostContents(otherBook));
+  TBookChange change;
+  change.FOrders.push_back(*otherData.GetOrders().front());
+  change.FOrders[0].FOrderID = "10000001";
+  WriteBookChange(otherBook, change);
+
+  const auto order = rest();
+  EXPECT_THAT(host.Engine().Place(*order, kActionOrder), testing::HasSubstr("another program has changed"));
+  host.Loop().RunOnce();
+  EXPECT_EQ(host.Engine().Place(*order, kActionOrder), "") << "reckoned from the book as it is now";
+  EXPECT_EQ(order->GetOrderID(), "10000002");
+  ReadHostContents(otherBook);
+  EXPECT_EQ(host.Engine().Place(*rest(), kActionOrder), "") << "another program that only reads";
 }
 
 }  // namespace
