@@ -6,6 +6,7 @@
 
 #include "host/services/ClientOrderRecord.h"
 #include "host/services/ReferenceHost.h"
+#include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
 #include "model/contract/Datadef.h"
 
@@ -77,10 +78,25 @@ class TJournalMessageBox final : public TCustomMessageBoxCtrl {
   TCustomMessageBoxCtrl& FInner = TCustomMessageBoxCtrl::GetInstance();
 };
 
+// What a flat data control shows, row by row.
+std::vector<std::vector<std::string>> ReadCells(TCustomDataControl& control) {
+  std::vector<std::vector<std::string>> rows;
+  const TColumnList* columns = control.GetColList();
+  for (std::int32_t row = 0; columns != nullptr && row < control.GetCount(); ++row) {
+    auto& texts = rows.emplace_back();
+    for (const auto& column : *columns) texts.push_back(control.GetDisplayValue(row, column->FId));
+  }
+  return rows;
+}
+
 TChannelMessage DescribeMessage(std::int32_t message, const void* record) {
   TChannelMessage entry;
   entry.FMessage = message;
   if (record == nullptr) return entry;
+  if (message == kMessageBatchConfirmation) {
+    const auto& batch = *static_cast<const TOrderTakeActionRecord*>(record);
+    if (batch.FDataControl != nullptr) entry.FOrders = ReadCells(*batch.FDataControl);
+  }
   if (message == kMessageMoreInfo) {
     const auto& page = *static_cast<const TWebViewRecord*>(record);
     entry.FAccount = page.FAccount;

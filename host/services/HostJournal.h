@@ -43,6 +43,7 @@ struct TChannelMessage {
   std::string FAddress;
   std::vector<std::string> FAllCaptions;  // kMessageCustomColumns, with the one below
   std::vector<std::string> FVisibleCaptions;
+  std::vector<std::vector<std::string>> FOrders;  // kMessageBatchConfirmation: a text for each column
 };
 
 // OpenCustomView, with the account and the symbol of the order that came with it, if one did.

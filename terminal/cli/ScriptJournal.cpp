@@ -31,6 +31,8 @@ struct TDescribe {
     } else if (message.FMessage == kMessageCustomColumns) {
       entry["columns"] = message.FAllCaptions;
       entry["visible"] = message.FVisibleCaptions;
+    } else if (message.FMessage == kMessageBatchConfirmation) {
+      entry["orders"] = message.FOrders;
     }
     return entry;
   }

@@ -11,12 +11,6 @@ constexpr int kMostTurns = 10'000;  // of the loop after one step
 // The file service gives every fetch up in the end, so waiting for it needs no limit of its own.
 constexpr std::chrono::milliseconds kFetchWait{50};
 
-std::string JoinTexts(const std::vector<std::string>& texts) {
-  std::string joined;
-  for (const std::string& text : texts) joined.append(joined.empty() ? "" : " | ").append(text);
-  return joined;
-}
-
 }  // namespace
 
 TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::function<void()> reload,
@@ -29,12 +23,7 @@ TScriptSession::TScriptSession(TReferenceHost& host, TScriptClock& clock, std::f
       FJournal(host) {
   FHost.MessageBox().SetSink([this](std::string_view text) { FMessages.emplace_back(text); });
   FHost.MessageBox().SetPolicy([this](std::string_view /*question*/) { return TakeAnswer(FConfirmations); });
-  FHost.Confirmation().SetFront([this](const TBatchQuestion& question) {
-    FMessages.push_back(question.FQuestion);
-    for (const auto& row : question.FRows) FMessages.push_back(JoinTexts(row));
-    for (const TBatchTotal& total : question.FTotals) FMessages.push_back(total.FText);
-    return TakeAnswer(FBatches);
-  });
+  FHost.Confirmation().SetFront([this](const TBatchQuestion& /*question*/) { return TakeAnswer(FBatches); });
 }
 
 TScriptSession::~TScriptSession() {
