@@ -1,9 +1,13 @@
 #include "terminal/desktop/binders/CellDelegate.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 #include <algorithm>
 
+#include "terminal/desktop/binders/CellField.h"
 #include "terminal/desktop/binders/TreeModel.h"
 
 namespace margindesk {
@@ -28,6 +32,27 @@ void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell) {
   QColor color = cell.FOverloaded ? kBarOverload : Blend(cell.FBarColor, kBarFull, part);
   color.setAlpha(110);
   painter.fillRect(bar, color);
+}
+
+// The arrows of a cell's button, centred in what it takes of the cell.
+void PaintButton(QPainter& painter, const QRect& rect, TCellButton button) {
+  const auto paintArrow = [&painter](QPointF center, double up) {
+    const QPointF corners[] = {center + QPointF(-3.5, 2 * up), center + QPointF(3.5, 2 * up),
+                               center + QPointF(0, -2 * up)};
+    painter.drawPolygon(corners, 3);
+  };
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(painter.pen().color());
+  painter.setPen(Qt::NoPen);
+  const QPointF center = QRectF(rect).center();
+  if (button == TCellButton::Spin) {
+    paintArrow(center + QPointF(0, -3.5), 1);
+    paintArrow(center + QPointF(0, 3.5), -1);
+  } else {
+    paintArrow(center, -1);
+  }
+  painter.restore();
 }
 
 // Black or white, whichever reads better on the colour.
@@ -56,16 +81,34 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   }
   painter->setPen(text);
   painter->setFont(option.font);
-  const int left = kPadding + (cell->FChanged ? kMarkWidth : 0);
-  const QRect inside = option.rect.adjusted(left, 0, -kPadding, 0);
+  QRect inside = option.rect;
+  if (cell->FButton != TCellButton::None) {
+    inside.setRight(inside.right() - kCellButtonWidth);
+    PaintButton(*painter, option.rect.adjusted(option.rect.width() - kCellButtonWidth, 0, 0, 0),
+                cell->FButton);
+  }
+  inside.adjust(kPadding + (cell->FChanged ? kMarkWidth : 0), 0, -kPadding, 0);
   painter->drawText(inside, static_cast<int>(cell->FAlignment) | Qt::TextSingleLine,
                     option.fontMetrics.elidedText(cell->FText, Qt::ElideRight, inside.width()));
+  if (option.state.testFlag(QStyle::State_HasFocus)) {
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));  // the cell that keys go to
+  }
+}
+
+bool TCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) {
+  const QString hint = index.data(Qt::ToolTipRole).toString();
+  const QString text = index.data(Qt::DisplayRole).toString();
+  const bool cut = sizeHint(option, index).width() > option.rect.width();
+  QToolTip::showText(event->globalPos(), !hint.isEmpty() ? hint : cut ? text : QString(), view, option.rect);
+  return true;
 }
 
 QSize TCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
   const int width = cell == nullptr ? 0 : option.fontMetrics.horizontalAdvance(cell->FText);
-  return {width + 2 * kPadding + kMarkWidth, FRowHeight};
+  const int button = cell == nullptr || cell->FButton == TCellButton::None ? 0 : kCellButtonWidth;
+  return {width + button + 2 * kPadding + kMarkWidth, FRowHeight};
 }
 
 }  // namespace margindesk

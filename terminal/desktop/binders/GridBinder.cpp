@@ -10,12 +10,19 @@ namespace margindesk {
 namespace {
 
 constexpr std::chrono::milliseconds kFrame{50};
-constexpr int kRowHeight = 22;  // pixels
+constexpr int kRowHeight = 22;   // pixels, at least
+constexpr int kRowPadding = 8;   // above and below a text together
+constexpr int kLeastWidth = 30;  // of a column that names none
 
 }  // namespace
 
 TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
-    : QObject(&view), FGrid(grid), FView(view), FModel(grid, this), FDelegate(this) {
+    : QObject(&view),
+      FGrid(grid),
+      FView(view),
+      FModel(grid, this),
+      FDelegate(this),
+      FEditors(grid, view, FModel, [this] { Refresh(); }) {
   view.setModel(&FModel);
   view.setItemDelegate(&FDelegate);
   view.setAlternatingRowColors(true);
@@ -24,8 +31,8 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
   view.setSelectionBehavior(QAbstractItemView::SelectRows);
   view.setContextMenuPolicy(Qt::CustomContextMenu);
   view.verticalHeader()->hide();
-  view.verticalHeader()->setDefaultSectionSize(kRowHeight);
-  view.verticalHeader()->setMinimumSectionSize(kRowHeight);
+  view.installEventFilter(this);
+  view.viewport()->installEventFilter(this);
   view.horizontalHeader()->setSectionsMovable(true);
   view.horizontalHeader()->setHighlightSections(false);
   view.horizontalHeader()->setSectionsClickable(true);
@@ -42,9 +49,13 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { TakeColumns(); });
   QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
                    [this] { TakeSelection(); });
-  QObject::connect(view.selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-                   [this](const QModelIndex& current) {
-                     if (!FRefreshing) FGrid.SetFocusedRecordIndex(FModel.GetRecord(current.row()));
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this,
+                   [this](const QModelIndex& current, const QModelIndex& previous) {
+                     if (FRefreshing || !current.isValid()) return;
+                     FCurrentTag = FModel.GetColumn(current.column()).FTag;
+                     if (current.row() != previous.row()) {
+                       FGrid.SetFocusedRecordIndex(FModel.GetRecord(current.row()));
+                     }
                    });
   QObject::connect(&view, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
     if (FModel.flags(index).testFlag(Qt::ItemIsEditable)) return;
@@ -52,6 +63,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
     FGrid.DoubleClickCell();
   });
   FGrid.SetOnUpdate(MakeEvent<&TGridBinder::GridUpdated>(this));
+  ShowRowHeight();
   ShowColumns();
   ShowFocus();
 }
@@ -59,6 +71,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
 TGridBinder::~TGridBinder() { FGrid.SetOnUpdate({}); }
 
 void TGridBinder::GridUpdated() {
+  FEditors.Follow();
   if (!FRefreshing && !FTimer.isActive()) FTimer.start();
 }
 
@@ -70,6 +83,42 @@ void TGridBinder::Refresh() {
   if (FModel.Refresh(std::max(first, 0), last < 0 ? FModel.rowCount() - 1 : last)) {
     ShowColumns();
     ShowFocus();
+  }
+  FEditors.Place();
+  FRefreshing = before;
+}
+
+bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &FView && event->type() == QEvent::FontChange) {
+    ShowRowHeight();
+  } else if (watched == FView.viewport() && event->type() == QEvent::Resize) {
+    ShareWidth();
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void TGridBinder::ShowRowHeight() {
+  const int height = std::max(kRowHeight, FView.fontMetrics().height() + kRowPadding);
+  FView.verticalHeader()->setMinimumSectionSize(height);
+  FView.verticalHeader()->setDefaultSectionSize(height);
+  FDelegate.SetRowHeight(height);
+}
+
+// The columns fill the view in the proportion of their widths; none is narrower than its least width.
+void TGridBinder::ShareWidth() {
+  if (!FGrid.GetOptions().FColumnAutoWidth || FModel.columnCount() == 0) return;
+  const bool before = std::exchange(FRefreshing, true);
+  double wanted = 0;
+  for (int i = 0; i < FModel.columnCount(); ++i) wanted += std::max(FModel.GetColumn(i).FWidth, kLeastWidth);
+  int rest = FView.viewport()->width();
+  const double part = rest / wanted;
+  for (int i = 0; i < FModel.columnCount(); ++i) {
+    const TGridColumn& column = FModel.GetColumn(i);
+    const bool last = i + 1 == FModel.columnCount();
+    const int share = static_cast<int>(std::max(column.FWidth, kLeastWidth) * part);
+    const int width = std::max({last ? rest : share, column.FMinWidth, kLeastWidth});
+    FView.horizontalHeader()->resizeSection(i, width);
+    rest -= width;
   }
   FRefreshing = before;
 }
@@ -84,6 +133,7 @@ void TGridBinder::ShowColumns() {
     if (column.FWidth > 0) header->resizeSection(i, column.FWidth);
     if (column.FSortIndex == 0) sorted = i;
   }
+  ShareWidth();
   header->setSortIndicatorShown(sorted >= 0);
   if (sorted >= 0) {
     header->setSortIndicator(sorted, FModel.GetColumn(sorted).FSortOrder == TSortOrder::Descending
@@ -98,7 +148,7 @@ void TGridBinder::ShowColumns() {
 void TGridBinder::ShowFocus() {
   const bool before = std::exchange(FRefreshing, true);
   const int row = FModel.GetRow(FGrid.GetFocusedRecordIndex());
-  const int column = std::max(FView.currentIndex().column(), 0);
+  const int column = std::max(FModel.FindColumn(FCurrentTag), 0);
   if (row >= 0)
     FView.selectionModel()->setCurrentIndex(FModel.index(row, column), QItemSelectionModel::NoUpdate);
   QItemSelection selection;

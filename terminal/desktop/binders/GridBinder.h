@@ -5,17 +5,20 @@
 
 #include "controls/Grid.h"
 #include "terminal/desktop/binders/CellDelegate.h"
+#include "terminal/desktop/binders/GridEditors.h"
 #include "terminal/desktop/binders/GridModel.h"
 
 namespace margindesk {
 
 // Shows a grid. Changes of the grid are shown together, twenty times a second at most, and only what is on
-// the screen is read. The person's sorting, column sizes and order, focus, selection and double clicks reach
-// the grid.
+// the screen is read. The person's sorting, column sizes and order, focus, selection, double clicks and
+// editing reach the grid.
 class TGridBinder : public QObject {
  public:
   TGridBinder(TGridTableView& grid, QTableView& view);
   ~TGridBinder() override;
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
   TGridModel& Model() noexcept { return FModel; }
   QTableView& View() noexcept { return FView; }
@@ -26,6 +29,8 @@ class TGridBinder : public QObject {
  private:
   void GridUpdated();
   void ShowColumns();
+  void ShareWidth();
+  void ShowRowHeight();
   void ShowFocus();
   void TakeColumns();
   void TakeSelection();
@@ -34,7 +39,9 @@ class TGridBinder : public QObject {
   QTableView& FView;
   TGridModel FModel;
   TCellDelegate FDelegate;
+  TGridEditors FEditors;
   QTimer FTimer;
+  std::int32_t FCurrentTag = -1;  // of the cell that the person is at
   bool FRefreshing = false;
 };
 

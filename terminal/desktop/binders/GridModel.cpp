@@ -3,9 +3,24 @@
 #include <algorithm>
 
 #include "controls/ButtonEditProperties.h"
+#include "controls/ComboBoxProperties.h"
+#include "controls/PopupEditProperties.h"
+#include "controls/SpinEditProperties.h"
+#include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Text.h"
 
 namespace margindesk {
+
+namespace {
+
+TCellButton GetButton(const TEditProperties* properties) {
+  if (dynamic_cast<const TSpinEditProperties*>(properties) != nullptr) return TCellButton::Spin;
+  const bool drops = dynamic_cast<const TComboBoxProperties*>(properties) != nullptr ||
+                     dynamic_cast<const TPopupEditProperties*>(properties) != nullptr;
+  return drops ? TCellButton::Drop : TCellButton::None;
+}
+
+}  // namespace
 
 TGridModel::TGridModel(TGridTableView& grid, QObject* parent) : QAbstractTableModel(parent), FGrid(grid) {
   Refresh(0, -1);
@@ -31,10 +46,14 @@ TGridModel::TCells TGridModel::ReadRow(std::int32_t record) const {
     TShownCell& cell = cells.emplace_back();
     cell.FText = ToQt(FGrid.GetDisplayText(record, column));
     if (column.FNumeric) cell.FAlignment = Qt::AlignRight | Qt::AlignVCenter;
-    const auto* button = dynamic_cast<const TButtonEditProperties*>(FGrid.GetProperties(record, column));
+    const TEditProperties* properties = FGrid.GetProperties(record, column);
+    if (column.FAllowEditing && column.FShowEditButtons) cell.FButton = GetButton(properties);
+    const auto* button = dynamic_cast<const TButtonEditProperties*>(properties);
     if (button == nullptr) continue;
     // A mark of its own in place of the value behind the button.
-    cell.FText = button->FImageIndex >= 0 ? QStringLiteral("⚠") : QString();
+    const bool marked = button->FImageIndex >= 0;
+    cell.FText = marked ? QStringLiteral("⚠") : QString();
+    if (marked) cell.FHint = HostText("Desktop_InvalidRow");
     cell.FAlignment = Qt::AlignCenter;
   }
   return cells;
@@ -99,10 +118,12 @@ int TGridModel::columnCount(const QModelIndex& parent) const {
 
 QVariant TGridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid()) return {};
-  const bool text = role == Qt::DisplayRole || role == Qt::AccessibleTextRole;
-  if (!text && role != kShownCellRole) return {};
+  const bool hint = role == Qt::ToolTipRole || role == Qt::AccessibleTextRole;
+  if (!hint && role != Qt::DisplayRole && role != kShownCellRole) return {};
   const TShownCell& cell = HeldRow(index.row())[static_cast<std::size_t>(index.column())];
-  if (text) return cell.FText;
+  if (hint && !cell.FHint.isEmpty()) return cell.FHint;
+  if (role == Qt::ToolTipRole) return {};
+  if (role != kShownCellRole) return cell.FText;
   return QVariant::fromValue(reinterpret_cast<quint64>(&cell));
 }
 

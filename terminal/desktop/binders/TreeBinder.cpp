@@ -38,8 +38,8 @@ TTreeBinder::TTreeBinder(TVirtualTree& tree, QTreeView& view)
   QObject::connect(&view, &QTreeView::collapsed, this,
                    [expand](const QModelIndex& index) { expand(index, false); });
   FTree.SetOnUpdate(MakeEvent<&TTreeBinder::TreeUpdated>(this));
-  ShowExpanded();
   Refresh();
+  FitColumns();
 }
 
 TTreeBinder::~TTreeBinder() { FTree.SetOnUpdate({}); }
@@ -52,17 +52,25 @@ void TTreeBinder::Refresh() {
   FRefreshing = true;
   FView.setHeaderHidden(!FTree.GetShowHeaders());
   FDelegate.SetRowHeight(FTree.GetRowHeight());
-  if (FModel.Refresh()) ShowExpanded();
+  const bool otherRows = FModel.Refresh();
+  ShowExpanded();
+  if (otherRows) FitColumns();
   FRefreshing = false;
 }
 
 void TTreeBinder::ShowExpanded() {
   const bool before = std::exchange(FRefreshing, true);
   for (const TVirtualTreeNode* node : FModel.GetNodes()) {
-    if (node->HasChildren()) FView.setExpanded(FModel.GetIndex(*node, 0), FTree.IsExpanded(*node));
+    if (!node->HasChildren()) continue;
+    const QModelIndex index = FModel.GetIndex(*node, 0);
+    const bool expanded = FTree.IsExpanded(*node);
+    if (FView.isExpanded(index) != expanded) FView.setExpanded(index, expanded);
   }
-  for (int column = 0; column + 1 < FModel.columnCount({}); ++column) FView.resizeColumnToContents(column);
   FRefreshing = before;
+}
+
+void TTreeBinder::FitColumns() {
+  for (int column = 0; column + 1 < FModel.columnCount({}); ++column) FView.resizeColumnToContents(column);
 }
 
 void TTreeBinder::MouseMoved(QPoint position) {

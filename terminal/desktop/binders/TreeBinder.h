@@ -20,6 +20,7 @@ class TTreeBinder : public QObject {
   void TreeUpdated();
   void Refresh();
   void ShowExpanded();
+  void FitColumns();
   void MouseMoved(QPoint position);
 
   TVirtualTree& FTree;

@@ -10,6 +10,9 @@
 
 namespace margindesk {
 
+// What a cell that can be edited shows at its right edge, whether or not it is being edited.
+enum class TCellButton { None, Drop, Spin };
+
 // What a cell of a tree or grid shows, worked out outside painting.
 struct TShownCell {
   QString FText;
@@ -19,6 +22,8 @@ struct TShownCell {
   std::optional<double> FBar;  // percent of a bar behind the text
   QColor FBarColor;
   bool FOverloaded = false;  // of the bar
+  TCellButton FButton = TCellButton::None;
+  QString FHint;  // what a mark in place of a text means
 
   friend bool operator==(const TShownCell&, const TShownCell&) = default;
 };

@@ -1,0 +1,520 @@
+#include "terminal/desktop/binders/GridEditors.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QScrollBar>
+#include <QTimer>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "controls/ComboBoxProperties.h"
+#include "controls/PopupEditProperties.h"
+#include "controls/SpinEditProperties.h"
+#include "controls/TextEdit.h"
+#include "host/services/SymbolList.h"
+#include "terminal/desktop/HostText.h"
+#include "terminal/desktop/binders/CellNumber.h"
+
+namespace margindesk {
+
+namespace {
+
+TCellField::TKind GetKind(const TCellEditor& editor) {
+  if (editor.IsSpin()) return TCellField::TKind::Spin;
+  if (editor.IsDropDown()) return TCellField::TKind::List;
+  const auto* popup = dynamic_cast<const TPopupEditProperties*>(editor.GetProperties());
+  return popup != nullptr && popup->FPopupControl != nullptr ? TCellField::TKind::Popup
+                                                             : TCellField::TKind::Text;
+}
+
+bool IsPlainText(const QKeyEvent& key) {
+  const bool command = key.modifiers().testFlag(Qt::ControlModifier) !=
+                       key.modifiers().testFlag(Qt::AltModifier);  // both together type a character
+  return !command && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+// Why a text cannot stand in the cell.
+QString GetRefusal(const TCellEditor& editor, const QString& text) {
+  if (text.trimmed().isEmpty()) return HostText("Desktop_CellEmpty");
+  if (!editor.IsSpin()) return HostText("Desktop_CellNotInList").arg(text);
+  double number = 0;
+  if (!TryTextToFloat(FromQt(text.trimmed()), number)) return HostText("Desktop_CellNoNumber").arg(text);
+  const double largest = static_cast<const TSpinEditProperties*>(editor.GetProperties())->FMaximum;
+  return HostText("Desktop_CellTooLarge").arg(ToQt(FloatToText(largest)));
+}
+
+}  // namespace
+
+class TGridEditors::TStep {
+ public:
+  explicit TStep(TGridEditors& editors)
+      : FEditors(&editors), FBefore(std::exchange(editors.FStepping, true)) {}
+  ~TStep() {
+    if (FEditors) FEditors->FStepping = FBefore;
+  }
+  TStep(const TStep&) = delete;
+  TStep& operator=(const TStep&) = delete;
+
+  bool IsAlive() const { return !FEditors.isNull(); }  // the form may have closed the view
+
+ private:
+  const QPointer<TGridEditors> FEditors;
+  const bool FBefore;
+};
+
+TGridEditors::TGridEditors(TGridTableView& grid, QTableView& view, TGridModel& model,
+                           std::function<void()> refresh)
+    : QObject(&view), FGrid(grid), FView(view), FModel(model), FRefresh(std::move(refresh)) {
+  view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  view.setTabKeyNavigation(false);
+  view.installEventFilter(this);
+  view.viewport()->installEventFilter(this);
+  const auto place = [this] { Place(); };
+  QObject::connect(view.verticalScrollBar(), &QScrollBar::valueChanged, this, place);
+  QObject::connect(view.horizontalScrollBar(), &QScrollBar::valueChanged, this, place);
+  QObject::connect(qApp, &QApplication::focusChanged, this,
+                   [this](QWidget*, QWidget* now) { FocusMoved(now); });
+}
+
+TGridEditors::~TGridEditors() {
+  FStepping = true;
+  if (FDropList) FDropList->close();
+  delete FReason;
+}
+
+// --- opening and closing
+
+bool TGridEditors::IsEditable(const QModelIndex& index) const {
+  return FModel.flags(index).testFlag(Qt::ItemIsEditable) && FGrid.GetDataSource() == nullptr;
+}
+
+bool TGridEditors::Open(const QModelIndex& index) {
+  if (!IsEditable(index) || !Commit()) return false;
+  const std::int32_t record = FModel.GetRecord(index.row());
+  const std::int32_t tag = FModel.GetColumn(index.column()).FTag;
+  FView.setCurrentIndex(index);
+  FView.scrollTo(index);
+  {
+    const TStep step(*this);
+    if (!FGrid.OpenEditor(record, tag).empty() || !step.IsAlive() || FGrid.GetEditor() == nullptr)
+      return false;
+  }
+  const TCellEditor& editor = *FGrid.GetEditor();
+  FField = new TCellField(FView.viewport(), GetKind(editor));
+  QLineEdit& line = FField->Line();
+  line.setAccessibleName(ToQt(FModel.GetColumn(index.column()).FCaption));
+  line.setAlignment(FModel.GetColumn(index.column()).FNumeric ? Qt::AlignRight : Qt::AlignLeft);
+  line.installEventFilter(this);
+  QObject::connect(&line, &QLineEdit::textEdited, this, [this](const QString& text) { Typed(text); });
+  if (FField->GetKind() == TCellField::TKind::Spin) {
+    QObject::connect(FField->Up(), &QToolButton::clicked, this, [this] { Spin(true, false); });
+    QObject::connect(FField->Down(), &QToolButton::clicked, this, [this] { Spin(false, false); });
+  } else if (FField->Drop() != nullptr) {
+    QObject::connect(FField->Drop(), &QToolButton::clicked, this, [this] { DropDown(); });
+  }
+  ShowValue();
+  Place();
+  FField->show();
+  line.setFocus();
+  line.selectAll();
+  qApp->installEventFilter(this);  // sees clicks elsewhere before they happen
+  return true;
+}
+
+bool TGridEditors::Commit() {
+  if (FField == nullptr) return true;
+  QString refusal = FRefusal;
+  if (refusal.isEmpty()) {
+    const TStep step(*this);
+    refusal = ToQt(FGrid.CommitEditor());
+    if (!step.IsAlive()) return true;
+  }
+  if (!refusal.isEmpty()) {
+    ShowReason(refusal);
+    return false;
+  }
+  Close();
+  FRefresh();
+  return true;
+}
+
+void TGridEditors::Cancel() {
+  {
+    const TStep step(*this);
+    FGrid.CancelEditor();
+  }
+  Close();
+  FRefresh();
+}
+
+void TGridEditors::Close() {
+  TCellField* field = std::exchange(FField, nullptr);
+  if (field == nullptr) return;
+  qApp->removeEventFilter(this);
+  FRefusal.clear();
+  ShowReason({});
+  if (FDropList) FDropList->close();
+  // The focus must not wander to whatever comes next.
+  if (field->isAncestorOf(QApplication::focusWidget())) FView.setFocus();
+  field->hide();
+  field->deleteLater();
+}
+
+void TGridEditors::Follow() {
+  if (FStepping || FField == nullptr) return;
+  const TCellEditor* editor = FGrid.GetEditor();
+  if (editor == nullptr) {
+    Close();
+  } else if (editor->GetValue() != FShown) {
+    ShowValue();
+  }
+}
+
+void TGridEditors::Place() {
+  const TCellEditor* editor = FGrid.GetEditor();
+  if (FField == nullptr || editor == nullptr) return;
+  const int row = FModel.GetRow(editor->GetRecord());
+  const int column = FModel.FindColumn(editor->GetColumnTag());
+  if (row < 0 || column < 0) return;
+  FField->setGeometry(FView.visualRect(FModel.index(row, column)));
+  if (FReason != nullptr) ShowReason(FReason->text());
+}
+
+void TGridEditors::ShowValue() {
+  FShown = FGrid.GetEditor()->GetValue();
+  FRefusal.clear();
+  ShowReason({});
+  const QString text = ToQt(MakeNumberText(FShown));
+  if (FField->Line().text() == text) return;
+  FField->Line().setText(text);
+  QAccessibleValueChangeEvent changed(&FField->Line(), text);
+  QAccessible::updateAccessibility(&changed);
+}
+
+void TGridEditors::ShowReason(const QString& reason) {
+  if (FField != nullptr) {
+    FField->SetRefused(!reason.isEmpty());
+    FField->Line().setAccessibleDescription(reason);
+  }
+  if (reason.isEmpty()) {
+    delete std::exchange(FReason, nullptr);
+    return;
+  }
+  if (FReason == nullptr) {
+    FReason = new QLabel(FView.window());
+    FReason->setObjectName(QStringLiteral("cellRefusal"));
+    FReason->setTextFormat(Qt::PlainText);
+    FReason->setAutoFillBackground(true);
+    FReason->setBackgroundRole(QPalette::ToolTipBase);
+    FReason->setForegroundRole(QPalette::ToolTipText);
+    FReason->setMargin(5);
+  }
+  FReason->setText(reason);
+  FReason->adjustSize();
+  const QWidget& window = *FView.window();
+  const QRect field(FField->mapTo(&window, QPoint()), FField->size());
+  QPoint corner(std::max(0, std::min(field.left(), window.width() - FReason->width())), field.bottom() + 2);
+  if (corner.y() + FReason->height() > window.height()) corner.setY(field.top() - FReason->height() - 2);
+  FReason->move(corner);
+  FReason->show();
+  FReason->raise();
+  QAccessibleEvent alert(FReason, QAccessible::Alert);
+  QAccessible::updateAccessibility(&alert);
+}
+
+bool TGridEditors::IsInside(const QWidget* widget) const {
+  const auto holds = [widget](const QWidget* outer) {
+    return outer != nullptr && (outer == widget || outer->isAncestorOf(widget));
+  };
+  return holds(FField) || holds(FDropList) || holds(FReason) || holds(FView.verticalScrollBar()) ||
+         holds(FView.horizontalScrollBar()) ||
+         (widget->windowType() == Qt::Popup && widget->parentWidget() == &FField->Line());
+}
+
+// --- the steps of editing
+
+void TGridEditors::Typed(const QString& text) {
+  const TStep step(*this);
+  const std::string typed =
+      FField->GetKind() == TCellField::TKind::Spin ? RemoveGrouping(FromQt(text)) : FromQt(text);
+  const std::string refusal = FGrid.TypeInEditor(TVariant::Text(typed));
+  if (!step.IsAlive()) return;
+  const TCellEditor* editor = FGrid.GetEditor();
+  if (editor == nullptr || FField == nullptr) return Close();
+  FRefusal = refusal.empty() ? QString() : GetRefusal(*editor, text);
+  ShowReason({});
+  FShown = editor->GetValue();
+  // What is typed stays as it is, unless the form made another value of it.
+  if (refusal.empty() && !IsSameValue(typed, FShown)) ShowValue();
+}
+
+void TGridEditors::Spin(bool up, bool byKey) {
+  {
+    const TStep step(*this);
+    FGrid.SpinEditor(up, byKey);
+    if (!step.IsAlive()) return;
+  }
+  if (FField == nullptr || FGrid.GetEditor() == nullptr) return Follow();
+  ShowValue();
+}
+
+void TGridEditors::ChooseNext(int step) {
+  const TCellEditor& editor = *FGrid.GetEditor();
+  const int count = static_cast<int>(editor.GetItems().size());
+  if (count > 0) Choose(std::clamp(editor.GetItemIndex() + step, 0, count - 1));
+}
+
+void TGridEditors::ChooseByKey(const QString& text) {
+  const TCellEditor& editor = *FGrid.GetEditor();
+  const int count = static_cast<int>(editor.GetItems().size());
+  for (int i = 1; i <= count; ++i) {
+    const int entry = (editor.GetItemIndex() + i) % count;
+    if (ToQt(editor.GetItems()[static_cast<std::size_t>(entry)]).startsWith(text, Qt::CaseInsensitive))
+      return Choose(entry);
+  }
+}
+
+void TGridEditors::Choose(int entry) {
+  {
+    const TStep step(*this);
+    FGrid.ChooseInEditor(entry);
+    if (!step.IsAlive()) return;
+  }
+  if (FField == nullptr || FGrid.GetEditor() == nullptr) return Follow();
+  ShowValue();
+}
+
+void TGridEditors::DropDown() {
+  {
+    const TStep step(*this);
+    if (!FGrid.DropDownEditor().empty() || !step.IsAlive()) return;
+  }
+  Follow();
+  if (FField == nullptr) return;
+  const QRect place(FField->mapToGlobal(QPoint()), FField->size());
+  if (FField->GetKind() == TCellField::TKind::List) return DropEntries(place);
+  DropSymbols(place);
+}
+
+void TGridEditors::DropEntries(const QRect& place) {
+  const TCellEditor& editor = *FGrid.GetEditor();
+  TDropList::TRows rows;
+  for (const std::string& entry : editor.GetItems()) rows.push_back({ToQt(entry)});
+  if (rows.empty()) return;
+  FDropList = new TDropList(&FView, {}, std::move(rows), [this](int row) {
+    Choose(row);
+    Commit();
+  });
+  FDropList->SetCurrentRow(std::max(editor.GetItemIndex(), 0));
+  FDropList->DropDown(place, {});
+}
+
+void TGridEditors::DropSymbols(const QRect& place) {
+  const auto& properties = *static_cast<const TPopupEditProperties*>(FGrid.GetEditor()->GetProperties());
+  auto* panel = dynamic_cast<TSymbolListPanel*>(properties.FPopupControl);
+  if (panel == nullptr) return;
+  QStringList headers;
+  for (const std::string& caption : panel->GetColumnCaptions()) headers << ToQt(caption);
+  FDropList = new TDropList(&FView, headers, {}, [this, panel](int row) {
+    const QPointer<TGridEditors> life(this);
+    panel->Choose(static_cast<std::size_t>(row));
+    if (life.isNull()) return;
+    Follow();
+    FRefresh();
+    if (FField == nullptr) MoveToNextCell(true);
+  });
+  FDropList->AddSearch(ToQt(panel->GetCaption()), FField->Line().text(), [panel](const QString& text) {
+    panel->Search(FromQt(text));
+    TDropList::TRows rows;
+    for (const TSymbolHit& hit : panel->GetHits()) {
+      rows.push_back({ToQt(hit.FSymbol.Text()), ToQt(hit.FName), ToQt(hit.FExchange.Text())});
+    }
+    return rows;
+  });
+  // The grid hides the panel with its editor; a list that is closed alone hides it here.
+  QObject::connect(FDropList, &QObject::destroyed, this, [this, panel] {
+    if (FField != nullptr) panel->SetVisible(false);
+  });
+  FDropList->DropDown(place, {properties.FPopupWidth, properties.FPopupHeight});
+}
+
+// --- keys and the mouse
+
+bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick ||
+      event->type() == QEvent::Shortcut) {
+    if (FField != nullptr && LeaveFor(watched, *event)) return true;
+    return watched == FView.viewport() && event->type() != QEvent::Shortcut &&
+           ViewClicked(*static_cast<QMouseEvent*>(event));
+  }
+  if (watched == FView.viewport() && event->type() == QEvent::Resize) {
+    QTimer::singleShot(0, this, [this] { Place(); });
+    return false;
+  }
+  if (watched == &FView && event->type() == QEvent::KeyPress) {
+    return FField == nullptr && ViewKey(*static_cast<QKeyEvent*>(event));
+  }
+  if (FField == nullptr || watched != &FField->Line()) return false;
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      return LineKey(*static_cast<QKeyEvent*>(event));
+    case QEvent::MouseButtonRelease:
+      if (FField->GetKind() == TCellField::TKind::List && !FDropList) DropDown();
+      return false;
+    case QEvent::InputMethod: {
+      const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
+      const TStep step(*this);
+      if (!text.isEmpty()) FGrid.PressEditorKey(text.back().unicode());
+      return !step.IsAlive();
+    }
+    case QEvent::Wheel: {
+      const int turn = static_cast<QWheelEvent*>(event)->angleDelta().y();
+      if (turn == 0 || FField->GetKind() != TCellField::TKind::Spin) return false;
+      Spin(turn > 0, false);
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+bool TGridEditors::ViewKey(QKeyEvent& key) {
+  const QModelIndex current = FView.currentIndex();
+  switch (key.key()) {
+    case Qt::Key_Tab:
+      return MoveToNextCell(true);
+    case Qt::Key_Backtab:
+      return MoveToNextCell(false);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F2:
+      return Open(current);
+    case Qt::Key_F4:
+    case Qt::Key_Down:
+      if (key.key() == Qt::Key_Down && key.modifiers() != Qt::AltModifier) return false;
+      if (Open(current)) DropDown();
+      return true;
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+      break;
+    default:
+      if (!IsPlainText(key)) return false;
+  }
+  if (!Open(current)) return false;
+  QCoreApplication::sendEvent(&FField->Line(), &key);  // what is selected, all of it, gives way
+  return true;
+}
+
+void TGridEditors::ReportKey(const QKeyEvent& key) {
+  const TStep step(*this);
+  if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete) {
+    FGrid.PressEditorKey(kKeyBackspace);
+  } else if (IsPlainText(key)) {
+    FGrid.PressEditorKey(key.text().front().unicode());
+  }
+}
+
+bool TGridEditors::LineKey(QKeyEvent& key) {
+  const bool list = FField->GetKind() == TCellField::TKind::List;
+  const bool spin = FField->GetKind() == TCellField::TKind::Spin;
+  switch (key.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+      // At the last cell the key leaves the grid.
+      if (Commit() && !MoveToNextCell(key.key() == Qt::Key_Tab)) QCoreApplication::sendEvent(&FView, &key);
+      return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (Commit()) MoveToNextRow();
+      return true;
+    case Qt::Key_Escape:
+      Cancel();
+      return true;
+    case Qt::Key_F4:
+      DropDown();
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down: {
+      const bool up = key.key() == Qt::Key_Up;
+      if (key.modifiers() == Qt::AltModifier) {
+        DropDown();
+      } else if (spin) {
+        Spin(up, true);
+      } else if (list) {
+        ChooseNext(up ? -1 : 1);
+      } else if (Commit()) {
+        QCoreApplication::sendEvent(&FView, &key);
+      }
+      return true;
+    }
+    default:
+      break;
+  }
+  if (list && key.key() == Qt::Key_Space) {
+    DropDown();
+    return true;
+  }
+  ReportKey(key);
+  if (FField == nullptr) return true;
+  if (list && IsPlainText(key)) ChooseByKey(key.text());
+  return list && IsPlainText(key);
+}
+
+bool TGridEditors::ViewClicked(const QMouseEvent& mouse) {
+  const QPoint position = mouse.position().toPoint();
+  const QModelIndex index = FView.indexAt(position);
+  if (mouse.button() != Qt::LeftButton || mouse.modifiers() != Qt::NoModifier || !index.isValid() ||
+      !Open(index)) {
+    return false;
+  }
+  const QRect cell = FView.visualRect(index);
+  const bool onButton = position.x() >= cell.right() - kCellButtonWidth;
+  if (FField->GetKind() == TCellField::TKind::List || (onButton && FField->Drop() != nullptr)) {
+    DropDown();
+  } else if (onButton && FField->GetKind() == TCellField::TKind::Spin) {
+    Spin(position.y() < cell.center().y(), false);
+  }
+  return true;
+}
+
+bool TGridEditors::LeaveFor(QObject* watched, const QEvent& event) {
+  auto* widget = qobject_cast<QWidget*>(watched);
+  const bool shortcut = event.type() == QEvent::Shortcut;
+  if (!shortcut && (widget == nullptr || IsInside(widget))) return false;
+  if (Commit()) return false;
+  FField->Line().setFocus();
+  return true;
+}
+
+void TGridEditors::FocusMoved(QWidget* now) {
+  if (FField == nullptr || FStepping || now == nullptr || IsInside(now) || Commit()) return;
+  QTimer::singleShot(0, this, [this] {
+    if (FField != nullptr) FField->Line().setFocus();
+  });
+}
+
+bool TGridEditors::MoveToNextCell(bool forward) {
+  const int columns = FModel.columnCount();
+  const QModelIndex current = FView.currentIndex();
+  if (!current.isValid() || columns == 0) return false;
+  const int cells = FModel.rowCount() * columns;
+  for (int cell = current.row() * columns + current.column() + (forward ? 1 : -1); cell >= 0 && cell < cells;
+       cell += forward ? 1 : -1) {
+    const QModelIndex next = FModel.index(cell / columns, cell % columns);
+    if (!IsEditable(next)) continue;
+    FView.setCurrentIndex(next);
+    return true;
+  }
+  return false;
+}
+
+void TGridEditors::MoveToNextRow() {
+  const QModelIndex current = FView.currentIndex();
+  const QModelIndex next = current.siblingAtRow(current.row() + 1);
+  if (next.isValid()) FView.setCurrentIndex(next);
+}
+
+}  // namespace margindesk

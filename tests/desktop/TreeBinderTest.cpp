@@ -1,0 +1,62 @@
+// A person at a tree, and how much of it one changed figure touches.
+#include <QSignalSpy>
+#include <QTest>
+#include <QTreeView>
+
+#include <gtest/gtest.h>
+
+#include "terminal/desktop/binders/TreeBinder.h"
+#include "tests/desktop/FigureTree.h"
+#include "tests/support/TestHost.h"
+
+namespace margindesk {
+namespace {
+
+constexpr int kFrame = 60;  // milliseconds in which a change is certainly shown
+
+struct TreeBinder : testing::Test {
+  TreeBinder() {
+    new TTreeBinder(FFigures.FTree, FView);
+    FView.resize(500, 300);
+    FView.show();
+  }
+
+  TTestHost FHost;
+  TFigureTree FFigures;
+  QTreeView FView;
+};
+
+TEST_F(TreeBinder, OneChangedFigureChangesOneCell) {
+  QSignalSpy changes(FView.model(), &QAbstractItemModel::dataChanged);
+  QSignalSpy resets(FView.model(), &QAbstractItemModel::modelReset);
+  FFigures.Figures().SetText(TFigureRows::kCurrencies + 1, "-5");
+  FFigures.Figures().SetText(TFigureRows::kCurrencies + 1, "-6");
+  QTest::qWait(kFrame);
+  ASSERT_EQ(changes.count(), 1);
+  EXPECT_EQ(resets.count(), 0);
+  const auto first = changes[0][0].toModelIndex();
+  EXPECT_EQ(first, changes[0][1].toModelIndex());
+  EXPECT_EQ(first, FView.model()->index(1, 1));
+  EXPECT_EQ(first.data().toString(), "-6");
+  FFigures.Figures().SetText(1, "under a closed row");
+  QTest::qWait(kFrame);
+  EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(TreeBinder, OpeningARowReachesTheTreeAndWhatTheProgramOpensIsShown) {
+  FView.setFocus();
+  FView.setCurrentIndex(FView.model()->index(0, 0));
+  QTest::keyClick(&FView, Qt::Key_Right);
+  const auto& nodes = FFigures.FTree.GetNodes();
+  EXPECT_TRUE(FFigures.FTree.IsExpanded(*nodes[0]));
+  QTest::qWait(kFrame);
+  EXPECT_EQ(FView.model()->index(0, 1, FView.model()->index(0, 0)).data().toString(), "1,234,567.89");
+  FFigures.FTree.SetExpanded(*nodes[TFigureRows::kCurrencies + 1], true);
+  QTest::qWait(kFrame);
+  EXPECT_TRUE(FView.isExpanded(FView.model()->index(1, 0)));
+  QTest::keyClick(&FView, Qt::Key_Left);
+  EXPECT_FALSE(FFigures.FTree.IsExpanded(*nodes[0]));
+}
+
+}  // namespace
+}  // namespace margindesk
