@@ -55,6 +55,7 @@ struct TProductFacts {
   double FStrike = 0;     // of an option or warrant
   char FOptionRight = 0;  // 'C' call, 'P' put, 0 for no option
   bool FListed = true;    // in the market's product list; otherwise only its subscription item knows it
+  std::string FExpiry;    // the last day of a derivative or bond, as 2027-01-28; empty for none
 
   friend bool operator==(const TProductFacts&, const TProductFacts&) = default;
 };

@@ -82,6 +82,7 @@ void ReadProducts(TBook& book, THostContents& contents) {
     product.FMarketCode = CodeAt(rows, At(table, "market_code"));
     product.FUnderlying = CodeAt(rows, At(table, "underlying"));
     product.FStrike = rows.Number(At(table, "strike"));
+    product.FExpiry = TextAt(rows, At(table, "expiry"));
     const std::string_view right = rows.Text(At(table, "option_right"));
     product.FOptionRight = right.empty() ? '\0' : right.front();
   }

@@ -36,7 +36,7 @@ TEST_F(BookContentsTest, ABookIsReadAsItWasWritten) {
   write("settings.csv", "multi_currency,N\nchina_connect,Y");
   write("currencies.csv", "HKD,1,N,Y\nUSD,7.8,Y,N");
   write("exchanges.csv", "HK,,N,0,Y\nSH,,Y,,N");
-  write("products.csv", "5,Bank,HK,HKD,6,400,0.01,10,Y,1000,50,HKEQ,5,12.5,,P");
+  write("products.csv", "5,Bank,HK,HKD,6,400,0.01,10,Y,1000,50,HKEQ,5,12.5,2031-06-15,P");
   write("prices.csv", "5,60,59.9,60.1,58,58.5");
   write("accounts.csv", "M1,,,,,10,0,,,0,,,0,N,,\nA1,Lee,u1,S,M1,,5,123,a@b,2048,08:00,B,-1,Y,Cross,Lot");
   for (const std::string name : {"spread_bands", "order_options", "margins", "charges", "orders", "fills"}) {
@@ -54,7 +54,7 @@ TEST_F(BookContentsTest, ABookIsReadAsItWasWritten) {
   expected.Exchange("HK").FPeriodOrder = 0;
   expected.Exchange("SH", false).FChinaConnect = true;
   expected.FProducts = {{TCode("5"), "Bank", TCode("HK"), TCode("HKD"), 6, 400, 0.01, 10, true, 1000, 50,
-                         TCode("HKEQ"), TCode("5"), 12.5, 'P', true}};
+                         TCode("HKEQ"), TCode("5"), 12.5, 'P', true, "2031-06-15"}};
   expected.FPrices = {{TCode("5"), {60, 59.9, 60.1, 58, 58.5}}};
   expected.Account("M1").FMasterType = 10;
   // clang-format off
