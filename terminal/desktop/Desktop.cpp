@@ -14,6 +14,8 @@
 #include "terminal/desktop/LoopPump.h"
 #include "terminal/desktop/MainWindow.h"
 #include "terminal/desktop/Text.h"
+#include "terminal/desktop/views/HostViews.h"
+#include "terminal/desktop/views/MarketMenu.h"
 #include "terminal/session/CliError.h"
 #include "terminal/session/Locations.h"
 #include "terminal/session/Session.h"
@@ -78,6 +80,12 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
   LoadPackage(packages, terminal.FEnvironment);
   TMainWindow window(host, packages);
   application.SetWindow(&window);
+  THostViews views(host, window);
+  TMarketMenu market(host);
+  window.SetExtraMenus([&](QMenuBar& bar) {
+    market.AddTo(bar);
+    views.UpdateTexts();
+  });
   window.Restore(options.FAccount);
   window.show();
   const int code = QApplication::exec();

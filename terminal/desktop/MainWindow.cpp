@@ -90,6 +90,11 @@ void TMainWindow::CloseView(TViewHandle handle) {
 
 // --- menus
 
+void TMainWindow::SetExtraMenus(std::function<void(QMenuBar& bar)> add) {
+  FExtraMenus = std::move(add);
+  BuildMenus();
+}
+
 void TMainWindow::BuildMenus() {
   menuBar()->clear();
   for (const TMenuEntry& entry : BuildMenu(FHost.Views())) {
@@ -97,6 +102,7 @@ void TMainWindow::BuildMenus() {
   }
   AddWorkspaceMenu();
   AddViewMenu();
+  if (FExtraMenus) FExtraMenus(*menuBar());
   QMenu* help = menuBar()->addMenu(HostText("Desktop_Help"));
   help->addAction(HostText("Desktop_About"), this, [this] { ShowAbout(); });
 }

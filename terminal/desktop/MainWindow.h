@@ -3,6 +3,8 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
+#include <functional>
 #include <map>
 
 #include "host/loader/Packages.h"
@@ -25,6 +27,9 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
   // Opens the workspace that was current when the terminal was last closed; where there is none, a view of
   // the account in a new workspace.
   void Restore(const std::string& account);
+
+  // Adds menus of others to the bar, now and whenever it is made anew: the language changed then.
+  void SetExtraMenus(std::function<void(QMenuBar& bar)> add);
 
   // Says in the status bar that something failed, and where. The terminal goes on.
   void ReportFault(const QString& where, const QString& what);
@@ -60,6 +65,7 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
   QLabel* const FConnection;
   QLabel* const FUpdated;
   bool FShown = false;
+  std::function<void(QMenuBar& bar)> FExtraMenus;
 };
 
 }  // namespace margindesk

@@ -1,0 +1,169 @@
+#include "terminal/desktop/views/HostViews.h"
+
+#include <QDesktopServices>
+#include <QUrl>
+#include <algorithm>
+
+#include "controls/Frame.h"
+#include "controls/GridTableView.h"
+#include "model/contract/BaseOrderData.h"
+#include "model/contract/Basedcdatacontrol.h"
+#include "model/contract/Constdef.h"
+#include "model/contract/Positionviewdatacontrol.h"
+#include "terminal/desktop/Text.h"
+#include "terminal/desktop/views/MoreInfoPage.h"
+#include "terminal/desktop/views/PayOffDock.h"
+#include "terminal/desktop/views/PositionDetail.h"
+#include "terminal/desktop/views/QuotesDock.h"
+
+namespace margindesk {
+
+namespace {
+
+constexpr std::string_view kAddressKey = "AcctInfo_URL";
+
+// TWebViewRecord::FMode.
+constexpr std::int32_t kAccountChanged = 1;
+constexpr std::int32_t kOpenPage = 2;
+
+// The address of a page in the person's browser; an empty one is none, and so is one that is not the web's.
+QUrl ReadAddress(const TWebViewRecord& record, const TConfigManager& config) {
+  const std::string text =
+      record.FAddress.empty() ? config.ReadString(config.GetUserSection(), kAddressKey) : record.FAddress;
+  const QUrl address(ToQt(text), QUrl::StrictMode);
+  const bool web = address.scheme() == QStringLiteral("http") || address.scheme() == QStringLiteral("https");
+  return web ? address : QUrl();
+}
+
+}  // namespace
+
+THostViews::THostViews(TReferenceHost& host, QMainWindow& window) : FHost(host), FWindow(window) {
+  FHost.Calls().SetViewOpener([this](void* sender, std::int32_t viewID, std::int32_t /*number*/,
+                                     const TBaseData* data, bool /*flag1*/,
+                                     bool /*flag2*/) { return OpenView(sender, viewID, data); });
+  FHost.Channels().SetResponder(kMessageMoreInfo, [this](void* record) {
+    if (record != nullptr) AnswerMoreInfo(*static_cast<const TWebViewRecord*>(record));
+  });
+  FHost.Channels().AddChannelHandler(kChannelLinkedAccount, MakeHandler<&THostViews::FollowAccount>(this),
+                                     this);
+  FHost.Channels().AddChannelHandler(kChannelLinkedSymbol, MakeHandler<&THostViews::FollowSymbol>(this),
+                                     this);
+  FTimer = FHost.Loop().StartTimer(kBeat, [this] { Refresh(); });
+}
+
+THostViews::~THostViews() {
+  FHost.Loop().StopTimer(FTimer);
+  FHost.Channels().RemoveChannelHandler(kChannelLinkedSymbol, this);
+  FHost.Channels().RemoveChannelHandler(kChannelLinkedAccount, this);
+  FHost.Channels().SetResponder(kMessageMoreInfo, {});
+  FHost.Calls().SetViewOpener({});
+  for (const auto& dock : FDocks) delete dock.data();
+}
+
+bool THostViews::OpenView(const void* sender, std::int32_t viewID, const TBaseData* data) {
+  const auto* order = dynamic_cast<const TCustomClientOrder*>(data);
+  if (order == nullptr) return false;
+  const TCode account = order->GetAccount();
+  std::string key = FindChosenKey(sender, account);
+  if (viewID == kViewPositionDetail) {
+    Show(*new TPositionDetail(FHost.Data(), account, std::move(key), &FWindow));
+  } else if (viewID == kViewOptionsPayOff) {
+    Show(*new TPayOffDock(FHost.Data(), account, std::move(key), &FWindow));
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void THostViews::AnswerMoreInfo(const TWebViewRecord& record) {
+  QPointer<THostDock>& page = FPages[record.FSender];
+  if (record.FMode == kOpenPage) {
+    const QUrl address = ReadAddress(record, FHost.Config());
+    if (address.isValid()) {
+      QDesktopServices::openUrl(address);
+    } else if (page == nullptr) {
+      page = new TMoreInfoPage(FHost.Data(), TCode(record.FAccount), &FWindow);
+      Show(*page);
+    } else {
+      page->show();
+      page->raise();
+    }
+  } else if (record.FMode == kAccountChanged) {
+    if (page != nullptr) static_cast<TMoreInfoPage&>(*page).SetAccount(TCode(record.FAccount));
+  } else {
+    delete page.data();
+    FPages.erase(record.FSender);
+  }
+}
+
+void THostViews::FollowAccount(void* /*sender*/, void* data) {
+  const TCode account(static_cast<const TChannelData*>(data)->FText);
+  std::string key = FindChosenKey(nullptr, account);
+  if (FDetail == nullptr) {
+    FDetail = new TPositionDetail(FHost.Data(), account, std::move(key), &FWindow);
+    Show(*FDetail);
+  } else {
+    static_cast<TPositionDetail&>(*FDetail).Choose(account, std::move(key));
+    FDetail->show();
+    FDetail->raise();
+  }
+}
+
+void THostViews::FollowSymbol(void* /*sender*/, void* data) {
+  const TCode symbol(static_cast<const TChannelData*>(data)->FText);
+  if (FQuotes == nullptr) {
+    FQuotes = new TQuotesDock(FHost.Data(), symbol, &FWindow);
+    Show(*FQuotes);
+  } else {
+    static_cast<TQuotesDock&>(*FQuotes).SetSymbol(symbol);
+    FQuotes->show();
+    FQuotes->raise();
+  }
+}
+
+// What a package hands over names the account alone.
+std::string THostViews::FindChosenKey(const void* control, TCode account) const {
+  std::string found;
+  for (const TOpenView& view : FHost.Views().GetViews()) {
+    for (const TComponent* component : view.FFrame->GetComponents()) {
+      const auto* grid = dynamic_cast<const TGridTableView*>(component);
+      if (grid == nullptr || grid->GetDataSource() == nullptr) continue;
+      auto* rows = dynamic_cast<TPositionViewDataControl*>(grid->GetDataSource()->GetDataControl());
+      const void* position = nullptr;
+      if (rows == nullptr || !rows->GetRowValue(grid->GetFocusedRecordIndex(), position)) continue;
+      if (static_cast<const TCustomPositionData*>(position)->GetAccountID() != account) continue;
+      found = rows->GetRowKey(grid->GetFocusedRecordIndex());
+      if (dynamic_cast<const void*>(rows) == control) return found;
+    }
+  }
+  return found;
+}
+
+// The first dock stands on the right, the next ones in tabs over it.
+void THostViews::Show(THostDock& dock) {
+  std::erase_if(FDocks, [](const auto& other) { return other == nullptr; });
+  static int count = 0;
+  dock.setObjectName(QStringLiteral("hostview%1").arg(count++));
+  const auto before = std::ranges::find_if(FDocks, [this](const auto& other) {
+    return !other->isFloating() && FWindow.dockWidgetArea(other) == Qt::RightDockWidgetArea;
+  });
+  FWindow.addDockWidget(Qt::RightDockWidgetArea, &dock);
+  if (before != FDocks.end()) FWindow.tabifyDockWidget(*before, &dock);
+  FDocks.emplace_back(&dock);
+  dock.show();
+  dock.raise();
+}
+
+void THostViews::UpdateTexts() {
+  for (const auto& dock : FDocks) {
+    if (dock != nullptr) dock->UpdateTexts();
+  }
+}
+
+void THostViews::Refresh() {
+  for (const auto& dock : FDocks) {
+    if (dock != nullptr && dock->isVisible() && !dock->visibleRegion().isEmpty()) dock->Refresh();
+  }
+}
+
+}  // namespace margindesk
