@@ -1,6 +1,7 @@
 #include "terminal/desktop/views/FactForm.h"
 
 #include <QEvent>
+#include <QScrollBar>
 #include <algorithm>
 
 namespace margindesk {
@@ -10,6 +11,7 @@ namespace {
 constexpr int kMargin = 10;
 constexpr int kColumnGap = 18;
 constexpr int kLineGap = 3;
+constexpr int kLetters = 72;     // of the widest form
 constexpr int kHeadingGap = 10;  // above a heading
 
 }  // namespace
@@ -17,6 +19,12 @@ constexpr int kHeadingGap = 10;  // above a heading
 TFactForm::TFactForm(QWidget* parent) : QScrollArea(parent) {
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+QSize TFactForm::minimumSizeHint() const {
+  const int width = FContent == nullptr ? 0 : FContent->minimumSizeHint().width();
+  return {width + verticalScrollBar()->sizeHint().width(), QScrollArea::minimumSizeHint().height()};
 }
 
 void TFactForm::SetFacts(const std::vector<TFact>& facts) {
@@ -32,6 +40,8 @@ void TFactForm::SetFacts(const std::vector<TFact>& facts) {
     FGrid->setColumnStretch(1, 1);
     for (const TFact& fact : facts) AddLine(fact);
     FGrid->setRowStretch(static_cast<int>(facts.size()), 1);
+    // A value far from its caption is hard to read across.
+    FContent->setMaximumWidth(kLetters * fontMetrics().averageCharWidth());
     setWidget(FContent);  // the one before goes
   }
   for (std::size_t i = 0; i < facts.size(); ++i) {
@@ -40,6 +50,7 @@ void TFactForm::SetFacts(const std::vector<TFact>& facts) {
     SetValue(FLines[i], facts[i].FValue);
     FLines[i].FValue->setAccessibleName(facts[i].FCaption + u' ' + facts[i].FValue);
   }
+  if (!same) updateGeometry();
 }
 
 void TFactForm::AddLine(const TFact& fact) {

@@ -24,6 +24,8 @@ class TFactForm : public QScrollArea {
 
   void SetFacts(const std::vector<TFact>& facts);
 
+  QSize minimumSizeHint() const override;  // no value is cut
+
  protected:
   void changeEvent(QEvent* event) override;
 

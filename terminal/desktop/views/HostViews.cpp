@@ -6,6 +6,7 @@
 
 #include "controls/Frame.h"
 #include "controls/GridTableView.h"
+#include "host/framework/PositionRowKey.h"
 #include "model/contract/BaseOrderData.h"
 #include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
@@ -21,6 +22,8 @@ namespace margindesk {
 namespace {
 
 constexpr std::string_view kAddressKey = "AcctInfo_URL";
+
+constexpr int kWidth = 40;  // percent of the window that the first dock takes
 
 // TWebViewRecord::FMode.
 constexpr std::int32_t kAccountChanged = 1;
@@ -132,7 +135,9 @@ std::string THostViews::FindChosenKey(const void* control, TCode account) const 
       const void* position = nullptr;
       if (rows == nullptr || !rows->GetRowValue(grid->GetFocusedRecordIndex(), position)) continue;
       if (static_cast<const TCustomPositionData*>(position)->GetAccountID() != account) continue;
-      found = rows->GetRowKey(grid->GetFocusedRecordIndex());
+      const std::string rowKey = rows->GetRowKey(grid->GetFocusedRecordIndex());
+      // The view's account, a line end and the row's own key.
+      found = PositionKeyOf(std::string_view(rowKey).substr(rowKey.find('\n') + 1));
       if (dynamic_cast<const void*>(rows) == control) return found;
     }
   }
@@ -142,16 +147,24 @@ std::string THostViews::FindChosenKey(const void* control, TCode account) const 
 // The first dock stands on the right, the next ones in tabs over it.
 void THostViews::Show(THostDock& dock) {
   std::erase_if(FDocks, [](const auto& other) { return other == nullptr; });
-  static int count = 0;
-  dock.setObjectName(QStringLiteral("hostview%1").arg(count++));
+  dock.setObjectName(QStringLiteral("hostview%1").arg(FCount++));
   const auto before = std::ranges::find_if(FDocks, [this](const auto& other) {
     return !other->isFloating() && FWindow.dockWidgetArea(other) == Qt::RightDockWidgetArea;
   });
   FWindow.addDockWidget(Qt::RightDockWidgetArea, &dock);
-  if (before != FDocks.end()) FWindow.tabifyDockWidget(*before, &dock);
+  const bool first = before == FDocks.end();
+  if (!first) FWindow.tabifyDockWidget(*before, &dock);
   FDocks.emplace_back(&dock);
   dock.show();
   dock.raise();
+  if (!first) return;
+  // Once the window has laid the dock out.
+  QMetaObject::invokeMethod(
+      &dock,
+      [&dock, &window = FWindow] {
+        window.resizeDocks({&dock}, {window.width() * kWidth / 100}, Qt::Horizontal);
+      },
+      Qt::QueuedConnection);
 }
 
 void THostViews::UpdateTexts() {

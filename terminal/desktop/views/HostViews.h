@@ -45,6 +45,7 @@ class THostViews {
   std::map<std::string, QPointer<THostDock>> FPages;  // more-information pages by their senders
   QPointer<THostDock> FDetail;                        // the one that follows the linked account
   QPointer<THostDock> FQuotes;
+  int FCount = 0;  // of the docks that there ever were: it names them
 };
 
 }  // namespace margindesk

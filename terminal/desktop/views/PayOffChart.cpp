@@ -184,7 +184,8 @@ void TPayOffChart::PaintAxes(QPainter& painter) const {
   for (double spot = std::ceil(FSpots.FLow / xStep) * xStep; spot <= FSpots.FHigh; spot += xStep) {
     const QString label = ShowStep(spot, xStep);
     const int width = QFontMetrics(font()).horizontalAdvance(label);
-    const double x = std::min(ToX(spot) - width / 2.0, plot.right() + kGap - width);
+    const double x = ToX(spot) - width / 2.0;
+    if (x + width > this->width()) break;  // half of it would be cut
     painter.drawText(QRectF(x, plot.bottom() + kGap, width + 1, line), Qt::AlignCenter, label);
   }
   painter.setPen(QPen(palette().color(QPalette::Text), 1));
@@ -243,41 +244,40 @@ void TPayOffChart::PaintMarks(QPainter& painter) const {
   const TChartColors colors = GetColors(palette());
   const QRectF plot = GetPlot();
   const QFontMetrics metrics(font());
-  double lastRight = plot.left();
-  const auto markAt = [&](double spot, const QString& label, const QPen& pen) {
-    const double x = ToX(spot);
+  const auto drawLine = [&](double spot, const QPen& pen) {
     painter.setPen(pen);
-    painter.drawLine(QPointF(x, plot.top()), QPointF(x, plot.bottom()));
+    painter.drawLine(QPointF(ToX(spot), plot.top()), QPointF(ToX(spot), plot.bottom()));
+  };
+  const auto makeBox = [&](double spot, const QString& label, double top) {
     const double width = metrics.horizontalAdvance(label) + 2;
-    const double left = std::clamp(x - width / 2, plot.left(), plot.right() - width);
-    if (left < lastRight) return;  // its line alone, where another label stands
-    lastRight = left + width + kGap;
-    painter.setPen(pen.color());
-    painter.drawText(QRectF(left, plot.top() - metrics.height() - 2, width, metrics.height()),
-                     Qt::AlignCenter, label);
+    const double left = std::clamp(ToX(spot) - width / 2, plot.left(), plot.right() - width);
+    return QRectF(left, top, width, metrics.height());
   };
-  struct TMark {
-    double FSpot;
-    QString FLabel;
-    QPen FPen;
-  };
-  std::vector<TMark> marks;
+  // Strikes are told at the foot, from left to right; one that would stand on another has its line alone.
+  std::vector<double> strikes;
   for (const TPayOffLeg& leg : FCase.FLegs) {
-    if (leg.FRight == 0) continue;
-    marks.push_back(
-        {leg.FStrike,
-         HostText("Desktop_StrikeAt").arg(ShowFigure(leg.FStrike, kFormatPrice, FCase.FUnderlying)),
-         QPen(palette().color(QPalette::PlaceholderText), 1, Qt::DotLine)});
+    if (leg.FRight != 0) strikes.push_back(leg.FStrike);
   }
-  marks.push_back({FCase.FSpot,
-                   HostText("Desktop_SpotAt").arg(ShowFigure(FCase.FSpot, kFormatPrice, FCase.FUnderlying)),
-                   QPen(colors.FMark, 1)});
-  std::ranges::sort(marks, {}, &TMark::FSpot);
-  for (const TMark& mark : marks) markAt(mark.FSpot, mark.FLabel, mark.FPen);
+  std::ranges::sort(strikes);
+  double lastRight = plot.left() - kGap;
+  for (const double strike : strikes) {
+    drawLine(strike, QPen(palette().color(QPalette::PlaceholderText), 1, Qt::DotLine));
+    const QString label =
+        HostText("Desktop_StrikeAt").arg(ShowFigure(strike, kFormatPrice, FCase.FUnderlying));
+    const QRectF box = makeBox(strike, label, plot.bottom() - metrics.height() - 2);
+    if (box.left() < lastRight + kGap) continue;
+    lastRight = box.right();
+    painter.fillRect(box, palette().color(QPalette::Base));
+    painter.drawText(box, Qt::AlignCenter, label);
+  }
+  drawLine(FCase.FSpot, QPen(colors.FMark, 1));
+  const QString spot =
+      HostText("Desktop_SpotAt").arg(ShowFigure(FCase.FSpot, kFormatPrice, FCase.FUnderlying));
+  painter.drawText(makeBox(FCase.FSpot, spot, plot.top() - metrics.height() - 2), Qt::AlignCenter, spot);
 
   painter.setPen(QPen(palette().color(QPalette::Text), 1.5));
   painter.setBrush(palette().color(QPalette::Base));
-  for (const double spot : FFigures.FBreakEvens) painter.drawEllipse(QPointF(ToX(spot), ToY(0)), 4, 4);
+  for (const double at : FFigures.FBreakEvens) painter.drawEllipse(QPointF(ToX(at), ToY(0)), 4, 4);
   painter.setBrush(Qt::NoBrush);
 }
 
@@ -295,6 +295,7 @@ void TPayOffChart::PaintPointer(QPainter& painter) const {
   QRectF box(x + 2 * kGap, plot.top() + kGap, width + 2 * kGap,
              metrics.lineSpacing() * static_cast<double>(lines.size()) + kGap);
   if (box.right() > plot.right()) box.moveRight(x - 2 * kGap);
+  box.moveLeft(std::max(box.left(), plot.left() + kGap));
   painter.setBrush(palette().color(QPalette::ToolTipBase));
   painter.setPen(Qt::NoPen);
   painter.drawRoundedRect(box, 3, 3);

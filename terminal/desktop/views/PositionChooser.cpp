@@ -8,21 +8,20 @@ namespace margindesk {
 
 TPositionChooser::TPositionChooser(THostData& hostData, TCode account, std::string key, QWidget* parent,
                                    TFilter filter)
-    : QComboBox(parent),
-      FData(hostData),
-      FAccount(account),
-      FKey(std::move(key)),
-      FFilter(std::move(filter)) {
+    : QComboBox(parent), FData(hostData), FFilter(std::move(filter)) {
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(16);
   QObject::connect(this, &QComboBox::currentIndexChanged, this,
                    [this](int index) { FKey = FromQt(itemData(index).toString()); });
-  Refresh();
+  Choose(account, std::move(key));
 }
 
 void TPositionChooser::Choose(TCode account, std::string key) {
   FAccount = account;
   FKey = std::move(key);
+  Refresh();
+  if (currentIndex() >= 0 || count() == 0) return;
+  FKey.clear();
   Refresh();
 }
 

@@ -15,7 +15,7 @@ class TPositionChooser : public QComboBox {
 
   TPositionChooser(THostData& hostData, TCode account, std::string key, QWidget* parent, TFilter filter = {});
 
-  // Another account or position; an empty key is the account's first one.
+  // Another account or position; a key that is not listed gives the account's first one.
   void Choose(TCode account, std::string key);
 
   void Refresh();
