@@ -14,8 +14,9 @@ namespace margindesk {
 
 namespace {
 
-constexpr int kPadding = 4;    // pixels beside a text
-constexpr int kMarkWidth = 4;  // pixels of the mark of a changed cell
+constexpr int kPadding = 4;            // pixels beside a text
+constexpr int kMarkWidth = 4;          // pixels of the mark of a changed cell
+constexpr double kSpinDistance = 3.5;  // pixels of the two arrows from the middle
 const QColor kBarFull(0x4c, 0xaf, 0x50);
 const QColor kBarOverload(0xd3, 0x2f, 0x2f);
 
@@ -36,23 +37,10 @@ void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell) {
 
 // The arrows of a cell's button, centred in what it takes of the cell.
 void PaintButton(QPainter& painter, const QRect& rect, TCellButton button) {
-  const auto paintArrow = [&painter](QPointF center, double up) {
-    const QPointF corners[] = {center + QPointF(-3.5, 2 * up), center + QPointF(3.5, 2 * up),
-                               center + QPointF(0, -2 * up)};
-    painter.drawPolygon(corners, 3);
-  };
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(painter.pen().color());
-  painter.setPen(Qt::NoPen);
   const QPointF center = QRectF(rect).center();
-  if (button == TCellButton::Spin) {
-    paintArrow(center + QPointF(0, -3.5), 1);
-    paintArrow(center + QPointF(0, 3.5), -1);
-  } else {
-    paintArrow(center, -1);
-  }
-  painter.restore();
+  if (button == TCellButton::Drop) return PaintArrow(painter, center, false);
+  PaintArrow(painter, center - QPointF(0, kSpinDistance), true);
+  PaintArrow(painter, center + QPointF(0, kSpinDistance), false);
 }
 
 // Black or white, whichever reads better on the colour.

@@ -12,7 +12,38 @@ namespace {
 constexpr int kSpinDelay = 300;    // milliseconds until a held button repeats
 constexpr int kSpinInterval = 60;  // and between two repetitions
 
+// Looks like the arrows that the cells around it show.
+class TArrowButton : public QToolButton {
+ public:
+  TArrowButton(QWidget* parent, bool up) : QToolButton(parent), FUp(up) {}
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    if (isDown() || underMouse()) {
+      painter.fillRect(rect(), palette().color(isDown() ? QPalette::Mid : QPalette::Button));
+    }
+    painter.setPen(palette().color(QPalette::Text));
+    PaintArrow(painter, QRectF(rect()).center(), FUp);
+  }
+
+ private:
+  const bool FUp;
+};
+
 }  // namespace
+
+void PaintArrow(QPainter& painter, QPointF center, bool up) {
+  const double tip = up ? -2 : 2;
+  const QPointF corners[] = {center + QPointF(-3.5, -tip), center + QPointF(3.5, -tip),
+                             center + QPointF(0, tip)};
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(painter.pen().color());
+  painter.setPen(Qt::NoPen);
+  painter.drawPolygon(corners, 3);
+  painter.restore();
+}
 
 TCellField::TCellField(QWidget* parent, TKind kind)
     : QFrame(parent), FKind(kind), FLine(new QLineEdit(this)) {
@@ -30,8 +61,8 @@ TCellField::TCellField(QWidget* parent, TKind kind)
   if (kind == TKind::Spin) {
     auto* column = new QVBoxLayout;
     column->setSpacing(0);
-    FUp = MakeButton(Qt::UpArrow, HostText("Desktop_Up"));
-    FDown = MakeButton(Qt::DownArrow, HostText("Desktop_Down"));
+    FUp = MakeButton(true, HostText("Desktop_Up"));
+    FDown = MakeButton(false, HostText("Desktop_Down"));
     for (QToolButton* button : {FUp, FDown}) {
       button->setAutoRepeat(true);
       button->setAutoRepeatDelay(kSpinDelay);
@@ -40,16 +71,14 @@ TCellField::TCellField(QWidget* parent, TKind kind)
     }
     row->addLayout(column);
   } else if (kind != TKind::Text) {
-    FDrop = MakeButton(Qt::DownArrow, HostText("Desktop_DropDown"));
+    FDrop = MakeButton(false, HostText("Desktop_DropDown"));
     row->addWidget(FDrop);
   }
   SetRefused(false);
 }
 
-QToolButton* TCellField::MakeButton(Qt::ArrowType arrow, const QString& name) {
-  auto* button = new QToolButton(this);
-  button->setArrowType(arrow);
-  button->setAutoRaise(true);
+QToolButton* TCellField::MakeButton(bool up, const QString& name) {
+  auto* button = new TArrowButton(this, up);
   button->setFocusPolicy(Qt::NoFocus);
   button->setFixedWidth(kCellButtonWidth - 2);
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
@@ -59,10 +88,13 @@ QToolButton* TCellField::MakeButton(Qt::ArrowType arrow, const QString& name) {
 }
 
 void TCellField::SetRefused(bool refused) {
-  QPalette palette = parentWidget()->palette();
-  palette.setColor(QPalette::WindowText, palette.color(refused ? QPalette::BrightText : QPalette::Highlight));
-  setPalette(palette);
-  FLine->setPalette(parentWidget()->palette());
+  const QPalette& around = parentWidget()->palette();
+  QPalette palette = around;
+  palette.setColor(QPalette::Text, around.color(refused ? QPalette::BrightText : QPalette::Highlight));
+  setPalette(palette);  // of the frame
+  setLineWidth(refused ? 2 : 1);
+  palette.setColor(QPalette::Text, around.color(QPalette::Text));
+  for (auto* child : findChildren<QWidget*>()) child->setPalette(palette);
 }
 
 }  // namespace margindesk

@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QLineEdit>
+#include <QPainter>
 #include <QToolButton>
 
 namespace margindesk {
@@ -24,7 +25,7 @@ class TCellField : public QFrame {
   void SetRefused(bool refused);
 
  private:
-  QToolButton* MakeButton(Qt::ArrowType arrow, const QString& name);
+  QToolButton* MakeButton(bool up, const QString& name);
 
   const TKind FKind;
   QLineEdit* FLine;
@@ -32,6 +33,9 @@ class TCellField : public QFrame {
   QToolButton* FDown = nullptr;
   QToolButton* FDrop = nullptr;
 };
+
+// A small filled arrow in the colour of the pen.
+void PaintArrow(QPainter& painter, QPointF center, bool up);
 
 // Pixels that the buttons of a cell take at its right edge.
 inline constexpr int kCellButtonWidth = 18;

@@ -13,15 +13,24 @@ namespace margindesk {
 
 namespace {
 
-constexpr int kRowPadding = 6;  // pixels above and below a text together
-constexpr int kMostRows = 12;   // before a list without a search scrolls
+constexpr int kRowPadding = 6;    // pixels above and below a text together
+constexpr int kTextPadding = 16;  // and beside it
+constexpr int kMostRows = 12;     // before a list without a search scrolls
 
 }  // namespace
 
 class TDropList::TModel : public QAbstractTableModel {
  public:
-  TModel(QStringList headers, TRows rows, QObject* parent)
-      : QAbstractTableModel(parent), FHeaders(std::move(headers)), FRows(std::move(rows)) {}
+  TModel(QStringList headers, TRows rows, TDropList& list)
+      : QAbstractTableModel(&list), FWidget(list), FHeaders(std::move(headers)), FRows(std::move(rows)) {}
+
+  int GetWidth() const {
+    int width = 0;
+    for (int row = 0; row < rowCount(); ++row)
+      width = std::max(width, data(index(row, 0), Qt::SizeHintRole).toSize().width());
+    return width;
+  }
+  int GetRowHeight() const { return FWidget.fontMetrics().height() + kRowPadding; }
 
   void SetRows(TRows rows) {
     beginResetModel();
@@ -35,8 +44,12 @@ class TDropList::TModel : public QAbstractTableModel {
     return parent.isValid() ? 0 : std::max(static_cast<int>(FHeaders.size()), 1);
   }
   QVariant data(const QModelIndex& index, int role) const override {
-    if (!index.isValid() || role != Qt::DisplayRole) return {};
-    return FRows[static_cast<std::size_t>(index.row())].value(index.column());
+    if (!index.isValid()) return {};
+    const QString text = FRows[static_cast<std::size_t>(index.row())].value(index.column());
+    if (role == Qt::SizeHintRole) {
+      return QSize(FWidget.fontMetrics().horizontalAdvance(text) + kTextPadding, GetRowHeight());
+    }
+    return role == Qt::DisplayRole ? text : QVariant();
   }
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
@@ -44,13 +57,14 @@ class TDropList::TModel : public QAbstractTableModel {
   }
 
  private:
+  const QWidget& FWidget;
   QStringList FHeaders;
   TRows FRows;
 };
 
 TDropList::TDropList(QWidget* parent, const QStringList& headers, TRows rows, TChoose choose)
     : QFrame(parent, Qt::Popup),
-      FModel(new TModel(headers, std::move(rows), this)),
+      FModel(new TModel(headers, std::move(rows), *this)),
       FList(new QTreeView(this)),
       FChoose(std::move(choose)) {
   setAttribute(Qt::WA_DeleteOnClose);
@@ -62,6 +76,7 @@ TDropList::TDropList(QWidget* parent, const QStringList& headers, TRows rows, TC
   FList->setModel(FModel);
   FList->setRootIsDecorated(false);
   FList->setUniformRowHeights(true);
+  FList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   FList->setAllColumnsShowFocus(true);
   FList->setFrameShape(QFrame::NoFrame);
   FList->setHeaderHidden(headers.isEmpty());
@@ -91,10 +106,10 @@ void TDropList::AddSearch(const QString& hint, const QString& text, TSearch sear
 void TDropList::SetCurrentRow(int row) { FList->setCurrentIndex(FModel->index(row, 0)); }
 
 void TDropList::DropDown(const QRect& globalPlace, QSize size) {
-  const int rowHeight = fontMetrics().height() + kRowPadding;
   const int rows = std::clamp(FModel->rowCount(), 1, kMostRows);
-  QSize wanted(std::max(size.width(), globalPlace.width()), size.height());
-  if (FSearchBox == nullptr) wanted.setHeight(std::max(size.height(), rows * rowHeight + 4));
+  const int content = FSearchBox == nullptr ? FModel->GetWidth() : 0;
+  QSize wanted(std::max({size.width(), globalPlace.width(), content}), size.height());
+  if (FSearchBox == nullptr) wanted.setHeight(std::max(size.height(), rows * FModel->GetRowHeight() + 4));
   const QRect screen = parentWidget()->screen()->availableGeometry();
   QPoint corner = globalPlace.bottomLeft() + QPoint(0, 1);
   if (corner.y() + wanted.height() > screen.bottom()) corner.setY(globalPlace.top() - wanted.height());
@@ -108,7 +123,7 @@ void TDropList::DropDown(const QRect& globalPlace, QSize size) {
     FList->header()->setSectionResizeMode(1, QHeaderView::Stretch);
     for (const int column : {0, FModel->columnCount() - 1}) {
       FList->header()->setSectionResizeMode(column, QHeaderView::Interactive);
-      FList->header()->resizeSection(column, wanted.width() / 4);
+      FList->header()->resizeSection(column, wanted.width() / 5);
     }
   }
   show();

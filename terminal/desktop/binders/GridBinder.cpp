@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace margindesk {
@@ -10,9 +11,10 @@ namespace margindesk {
 namespace {
 
 constexpr std::chrono::milliseconds kFrame{50};
-constexpr int kRowHeight = 22;   // pixels, at least
-constexpr int kRowPadding = 8;   // above and below a text together
-constexpr int kLeastWidth = 30;  // of a column that names none
+constexpr int kRowHeight = 22;       // pixels, at least
+constexpr int kRowPadding = 8;       // above and below a text together
+constexpr int kLeastWidth = 30;      // of a column that names none
+constexpr double kLeastPart = 0.75;  // of its width that a column keeps in a narrow view
 
 }  // namespace
 
@@ -28,6 +30,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
   view.setAlternatingRowColors(true);
   view.setShowGrid(false);
   view.setWordWrap(false);
+  view.setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   view.setSelectionBehavior(QAbstractItemView::SelectRows);
   view.setContextMenuPolicy(Qt::CustomContextMenu);
   view.verticalHeader()->hide();
@@ -35,6 +38,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
   view.viewport()->installEventFilter(this);
   view.horizontalHeader()->setSectionsMovable(true);
   view.horizontalHeader()->setHighlightSections(false);
+  view.horizontalHeader()->setMinimumSectionSize(kLeastWidth);
   view.horizontalHeader()->setSectionsClickable(true);
   FTimer.setSingleShot(true);
   FTimer.setInterval(kFrame);
@@ -104,21 +108,48 @@ void TGridBinder::ShowRowHeight() {
   FDelegate.SetRowHeight(height);
 }
 
-// The columns fill the view in the proportion of their widths; none is narrower than its least width.
+int TGridBinder::GetLeastWidth(int section) const {
+  const TGridColumn& column = FModel.GetColumn(section);
+  const int button = column.FAllowEditing && column.FShowEditButtons ? kCellButtonWidth : 0;
+  return std::max({column.FMinWidth, kLeastWidth, static_cast<int>(column.FWidth * kLeastPart),
+                   FView.horizontalHeader()->sectionSizeHint(section) + button});
+}
+
+// The columns fill the view in the proportion of their widths; none is narrower than reads well, so
+// that a narrow view scrolls.
 void TGridBinder::ShareWidth() {
-  if (!FGrid.GetOptions().FColumnAutoWidth || FModel.columnCount() == 0) return;
+  const int count = FModel.columnCount();
+  if (!FGrid.GetOptions().FColumnAutoWidth || count == 0) return;
   const bool before = std::exchange(FRefreshing, true);
-  double wanted = 0;
-  for (int i = 0; i < FModel.columnCount(); ++i) wanted += std::max(FModel.GetColumn(i).FWidth, kLeastWidth);
-  int rest = FView.viewport()->width();
-  const double part = rest / wanted;
-  for (int i = 0; i < FModel.columnCount(); ++i) {
-    const TGridColumn& column = FModel.GetColumn(i);
-    const bool last = i + 1 == FModel.columnCount();
-    const int share = static_cast<int>(std::max(column.FWidth, kLeastWidth) * part);
-    const int width = std::max({last ? rest : share, column.FMinWidth, kLeastWidth});
-    FView.horizontalHeader()->resizeSection(i, width);
-    rest -= width;
+  QHeaderView& header = *FView.horizontalHeader();
+  const int room = FView.viewport()->width();
+  std::vector<int> widths(static_cast<std::size_t>(count));  // of those that have their least width; else 0
+  const auto wanted = [this](int i) { return std::max(FModel.GetColumn(i).FWidth, kLeastWidth); };
+  double part = 0;
+  for (bool again = true; again;) {
+    again = false;
+    int rest = room;
+    int shared = 0;
+    for (int i = 0; i < count; ++i) {
+      const int width = widths[static_cast<std::size_t>(i)];
+      rest -= width;
+      shared += width == 0 ? wanted(i) : 0;
+    }
+    part = shared == 0 ? 0 : std::max(0.0, static_cast<double>(rest) / shared);
+    for (int i = 0; i < count; ++i) {
+      int& width = widths[static_cast<std::size_t>(i)];
+      const int least = GetLeastWidth(i);
+      if (width > 0 || wanted(i) * part >= least) continue;
+      width = least;
+      again = true;
+    }
+  }
+  double edge = 0;  // of the columns so far; rounding gathers nowhere
+  for (int i = 0; i < count; ++i) {
+    const int width = widths[static_cast<std::size_t>(i)];
+    const double next = edge + (width > 0 ? width : wanted(i) * part);
+    header.resizeSection(i, static_cast<int>(std::round(next)) - static_cast<int>(std::round(edge)));
+    edge = next;
   }
   FRefreshing = before;
 }

@@ -30,6 +30,7 @@ class TGridBinder : public QObject {
   void GridUpdated();
   void ShowColumns();
   void ShareWidth();
+  int GetLeastWidth(int section) const;
   void ShowRowHeight();
   void ShowFocus();
   void TakeColumns();

@@ -130,7 +130,7 @@ QVariant TGridModel::data(const QModelIndex& index, int role) const {
 QVariant TGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
   const TGridColumn& column = GetColumn(section);
-  if (role == Qt::DisplayRole) return ToQt(column.FCaption);
+  if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(column.FCaption);
   if (role == Qt::TextAlignmentRole) {
     return static_cast<int>(Qt::AlignVCenter | (column.FNumeric ? Qt::AlignRight : Qt::AlignLeft));
   }

@@ -16,9 +16,10 @@ class TTreeBinder : public QObject {
   ~TTreeBinder() override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  void Refresh();  // now, instead of with the next picture
+
  private:
   void TreeUpdated();
-  void Refresh();
   void ShowExpanded();
   void FitColumns();
   void MouseMoved(QPoint position);
