@@ -288,12 +288,10 @@ void TPayOffChart::PaintPointer(QPainter& painter) const {
   painter.setPen(QPen(palette().color(QPalette::Text), 1));
   painter.drawLine(QPointF(x, plot.top()), QPointF(x, plot.bottom()));
 
-  const QFontMetrics metrics(font());
-  const QStringList lines = TellAt(*FPointer);
-  int width = 0;
-  for (const QString& line : lines) width = std::max(width, metrics.horizontalAdvance(line));
-  QRectF box(x + 2 * kGap, plot.top() + kGap, width + 2 * kGap,
-             metrics.lineSpacing() * static_cast<double>(lines.size()) + kGap);
+  // Measured as it is drawn: a script that another font is taken for may need higher lines.
+  const QString text = TellAt(*FPointer).join(u'\n');
+  const QSize size = QFontMetrics(font()).size(0, text);
+  QRectF box(x + 2 * kGap, plot.top() + kGap, size.width() + 2 * kGap, size.height() + kGap);
   if (box.right() > plot.right()) box.moveRight(x - 2 * kGap);
   box.moveLeft(std::max(box.left(), plot.left() + kGap));
   painter.setBrush(palette().color(QPalette::ToolTipBase));
@@ -301,7 +299,7 @@ void TPayOffChart::PaintPointer(QPainter& painter) const {
   painter.drawRoundedRect(box, 3, 3);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(palette().color(QPalette::ToolTipText));
-  painter.drawText(box.adjusted(kGap, kGap / 2.0, -kGap, 0), Qt::AlignLeft, lines.join(u'\n'));
+  painter.drawText(box.adjusted(kGap, kGap / 2.0, -kGap, 0), Qt::AlignLeft, text);
 }
 
 }  // namespace margindesk
