@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QToolTip>
 #include <algorithm>
+#include <cmath>
 
 #include "terminal/desktop/binders/CellField.h"
 #include "terminal/desktop/binders/TreeModel.h"
@@ -43,9 +44,18 @@ void PaintButton(QPainter& painter, const QRect& rect, TCellButton button) {
   PaintArrow(painter, center + QPointF(0, kSpinDistance), false);
 }
 
-// Black or white, whichever reads better on the colour.
+// How bright a colour is to the eye, 0 to 1.
+double GetLuminance(const QColor& color) {
+  const auto linear = [](float part) {
+    return part <= 0.04045F ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+// Black or white, whichever has more contrast on the colour: always 4.5 to 1 or more.
 QColor TextOn(const QColor& background) {
-  return qGray(background.rgb()) > 140 ? QColor(Qt::black) : QColor(Qt::white);
+  constexpr double kEvenContrast = 0.179;  // luminance on which both read alike
+  return GetLuminance(background) > kEvenContrast ? QColor(Qt::black) : QColor(Qt::white);
 }
 
 }  // namespace
@@ -60,7 +70,7 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   if (cell->FBackground.isValid() && !selected) {
     painter->fillRect(option.rect, cell->FBackground);
     text = TextOn(cell->FBackground);
-  } else if (!selected && cell->FText.startsWith(u'-')) {
+  } else if (!selected && (cell->FText.startsWith(u'-') || !cell->FHint.isEmpty())) {
     text = option.palette.color(QPalette::BrightText);
   }
   if (cell->FBar) PaintBar(*painter, option.rect, *cell);

@@ -77,6 +77,7 @@ TDropList::TDropList(QWidget* parent, const QStringList& headers, TRows rows, TC
   FList->setRootIsDecorated(false);
   FList->setUniformRowHeights(true);
   FList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  FList->setMinimumHeight(1);
   FList->setAllColumnsShowFocus(true);
   FList->setFrameShape(QFrame::NoFrame);
   FList->setHeaderHidden(headers.isEmpty());

@@ -61,6 +61,10 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
                        FGrid.SetFocusedRecordIndex(FModel.GetRecord(current.row()));
                      }
                    });
+  QObject::connect(&FModel, &QAbstractItemModel::dataChanged, this, [this](const QModelIndex& changed) {
+    // A mark that comes up is brought into sight.
+    if (!changed.data(Qt::ToolTipRole).toString().isEmpty()) FView.scrollTo(changed);
+  });
   QObject::connect(&view, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
     if (FModel.flags(index).testFlag(Qt::ItemIsEditable)) return;
     FGrid.SetFocusedRecordIndex(FModel.GetRecord(index.row()));

@@ -95,8 +95,7 @@ bool TGridEditors::Open(const QModelIndex& index) {
   if (!IsEditable(index) || !Commit()) return false;
   const std::int32_t record = FModel.GetRecord(index.row());
   const std::int32_t tag = FModel.GetColumn(index.column()).FTag;
-  FView.setCurrentIndex(index);
-  FView.scrollTo(index);
+  GoTo(index);
   {
     const TStep step(*this);
     if (!FGrid.OpenEditor(record, tag).empty() || !step.IsAlive() || FGrid.GetEditor() == nullptr)
@@ -505,7 +504,7 @@ bool TGridEditors::MoveToNextCell(bool forward) {
        cell += forward ? 1 : -1) {
     const QModelIndex next = FModel.index(cell / columns, cell % columns);
     if (!IsEditable(next)) continue;
-    FView.setCurrentIndex(next);
+    GoTo(next);
     return true;
   }
   return false;
@@ -514,7 +513,17 @@ bool TGridEditors::MoveToNextCell(bool forward) {
 void TGridEditors::MoveToNextRow() {
   const QModelIndex current = FView.currentIndex();
   const QModelIndex next = current.siblingAtRow(current.row() + 1);
-  if (next.isValid()) FView.setCurrentIndex(next);
+  if (next.isValid()) GoTo(next);
+}
+
+void TGridEditors::GoTo(const QModelIndex& index) {
+  FView.setCurrentIndex(index);
+  FView.scrollTo(index);
+  // Before the first cell to edit stands what the row is marked with.
+  for (int column = 0; column < index.column(); ++column) {
+    if (IsEditable(index.siblingAtColumn(column))) return;
+  }
+  FView.horizontalScrollBar()->setValue(0);
 }
 
 }  // namespace margindesk

@@ -62,6 +62,7 @@ class TGridEditors : public QObject {
   void FocusMoved(QWidget* now);
   bool MoveToNextCell(bool forward);
   void MoveToNextRow();
+  void GoTo(const QModelIndex& index);
 
   TGridTableView& FGrid;
   QTableView& FView;
