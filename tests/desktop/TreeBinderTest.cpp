@@ -58,5 +58,14 @@ TEST_F(TreeBinder, OpeningARowReachesTheTreeAndWhatTheProgramOpensIsShown) {
   EXPECT_FALSE(FFigures.FTree.IsExpanded(*nodes[0]));
 }
 
+TEST_F(TreeBinder, ALargerFontMakesRoomForItself) {
+  QFont font = FView.font();
+  font.setPointSize(30);
+  FView.setFont(font);
+  QTest::qWait(kFrame);
+  EXPECT_GE(FView.visualRect(FView.model()->index(0, 0)).height(), FView.fontMetrics().height());
+  EXPECT_GE(FView.columnWidth(0), FView.fontMetrics().horizontalAdvance("Figure 0"));
+}
+
 }  // namespace
 }  // namespace margindesk

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace margindesk {
 namespace {
 
 constexpr std::chrono::milliseconds kFrame{16};
+constexpr int kRowPadding = 3;  // pixels above and below a text together, at least
 
 }  // namespace
 
@@ -24,6 +26,7 @@ TTreeBinder::TTreeBinder(TVirtualTree& tree, QTreeView& view)
   view.setAllColumnsShowFocus(true);
   view.setContextMenuPolicy(Qt::CustomContextMenu);
   view.viewport()->setMouseTracking(true);
+  view.installEventFilter(this);
   view.viewport()->installEventFilter(this);
   view.header()->setStretchLastSection(true);
   FTimer.setSingleShot(true);
@@ -51,7 +54,7 @@ void TTreeBinder::TreeUpdated() {
 void TTreeBinder::Refresh() {
   FRefreshing = true;
   FView.setHeaderHidden(!FTree.GetShowHeaders());
-  FDelegate.SetRowHeight(FTree.GetRowHeight());
+  FDelegate.SetRowHeight(std::max(FTree.GetRowHeight(), FView.fontMetrics().height() + kRowPadding));
   const bool otherRows = FModel.Refresh();
   ShowExpanded();
   if (otherRows) FitColumns();
@@ -69,8 +72,15 @@ void TTreeBinder::ShowExpanded() {
   FRefreshing = before;
 }
 
+// Every column gets what it shows, and the last one the rest. Where that is too little for its figures the
+// captions are cut instead: a figure is never.
 void TTreeBinder::FitColumns() {
-  for (int column = 0; column + 1 < FModel.columnCount({}); ++column) FView.resizeColumnToContents(column);
+  const int last = FModel.columnCount({}) - 1;
+  for (int column = 0; column < last; ++column) FView.resizeColumnToContents(column);
+  if (last < 1) return;
+  int rest = FView.viewport()->width() - static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(last);
+  for (int column = 1; column < last; ++column) rest -= FView.columnWidth(column);
+  if (rest > 0 && rest < FView.columnWidth(0)) FView.setColumnWidth(0, rest);
 }
 
 void TTreeBinder::MouseMoved(QPoint position) {
@@ -90,12 +100,22 @@ void TTreeBinder::MouseMoved(QPoint position) {
 }
 
 bool TTreeBinder::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseMove) {
+  if (watched == &FView) {
+    if (event->type() == QEvent::FontChange) {
+      // Once the view has taken the font itself.
+      QTimer::singleShot(0, this, [this] {
+        Refresh();
+        FitColumns();
+        FView.doItemsLayout();
+      });
+    }
+  } else if (event->type() == QEvent::MouseMove) {
     MouseMoved(static_cast<const QMouseEvent*>(event)->position().toPoint());
   } else if (event->type() == QEvent::Leave) {
     FTree.MouseLeave();
   } else if (event->type() == QEvent::Resize) {
     FTree.SetWidth(FView.viewport()->width());
+    FitColumns();
   }
   return QObject::eventFilter(watched, event);
 }
