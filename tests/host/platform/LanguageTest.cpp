@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
@@ -89,7 +90,10 @@ TEST(Languages, AreAllThereAndShowTheKeyWhereAResourceOrErrorHasNoTextAndTheDefa
 std::multiset<std::string> PlaceHolders(const std::string& text) {
   std::multiset<std::string> result;
   for (std::size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 1)) {
-    result.insert(text.substr(at, text.find_first_not_of("0123456789", at + 1) + 1 - at));
+    // "%s", "%1s" of the package and "%1" of the desktop.
+    std::size_t end = std::min(text.find_first_not_of("0123456789", at + 1), text.size());
+    if (end < text.size() && (text[end] == 's' || text[end] == 'd')) ++end;
+    result.insert(text.substr(at, end - at));
   }
   return result;
 }
