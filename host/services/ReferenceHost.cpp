@@ -109,6 +109,7 @@ void TReferenceHost::Publish() {
   FSubscriptions->Publish(changes);
   FAccounts->Publish(changes);
   FPositions->Publish(changes);
+  if (FPublished) FPublished();
 }
 
 void TReferenceHost::CloseViews() {

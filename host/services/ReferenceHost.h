@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -77,6 +78,9 @@ class TReferenceHost {
   // changed now instead of in the next turn of the loop: currencies, items, accounts,
   // positions and prices, in that order. What handlers change meanwhile waits for the next turn.
   void Publish();
+
+  // Called at the end of every publication; an empty one for nobody.
+  void SetPublishListener(std::function<void()> listener) { FPublished = std::move(listener); }
 
   // Saves the current workspace, lets go of it and closes every view, the last opened first. A front calls it
   // before its plug-in objects go; the host does when it goes itself.
@@ -180,6 +184,7 @@ class TReferenceHost {
   TInstalled<TCustomPositionAdapter, TPositionAdapter> FPositions;
   TInstalled<TCustomOrderAdapter, TOrderAdapter> FOrders;
   TOrderEngine FEngine;
+  std::function<void()> FPublished;
   bool FBookIsNewer = false;  // than the data, and about to be read again
   TInstalled<TCustomOrderActionManager, TOrderActionManager> FOrderActions;
   TInstalled<THostFunctions, THostCalls> FCalls;

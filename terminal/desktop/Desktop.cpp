@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -10,9 +12,15 @@
 #include "host/book/BookError.h"
 #include "host/services/ConfigStore.h"
 #include "host/services/LanguageFile.h"
+#include "model/contract/LookAndFeelService.h"
+#include "model/contract/Variant.h"
 #include "terminal/desktop/Dialogs.h"
+#include "terminal/desktop/HostPage.h"
+#include "terminal/desktop/HostText.h"
 #include "terminal/desktop/LoopPump.h"
 #include "terminal/desktop/MainWindow.h"
+#include "terminal/desktop/Skin.h"
+#include "terminal/desktop/StartMark.h"
 #include "terminal/desktop/Text.h"
 #include "terminal/desktop/views/HostViews.h"
 #include "terminal/desktop/views/MarketMenu.h"
@@ -62,8 +70,48 @@ class TDesktopApplication : public QApplication {
 
 struct TOptions {
   TSessionOptions FSession;
-  std::string FAccount = "M10001";
+  std::string FAccount = "M20001";
+  bool FLanguageGiven = false;
+  bool FSkipPackage = false;
 };
+
+void RestoreLanguage(TReferenceHost& host) {
+  std::int32_t language = 0;
+  if (TryTextToInteger(host.Config().ReadString(host.Config().GetUserSection(), kLanguageKey), language)) {
+    host.Language().SetLanguage(language);
+  }
+}
+
+bool AskWhetherToLoad(const std::string& package) {
+  QMessageBox box(QMessageBox::Warning, QStringLiteral("MarginDesk"),
+                  HostText("Desktop_SkipQuestion").arg(ToQt(package)));
+  box.setTextFormat(Qt::PlainText);
+  const QAbstractButton* load = box.addButton(HostText("Desktop_Load"), QMessageBox::AcceptRole);
+  QPushButton* skip = box.addButton(HostText("Desktop_Skip"), QMessageBox::RejectRole);
+  box.setDefaultButton(skip);
+  box.setEscapeButton(skip);
+  box.exec();
+  return box.clickedButton() == load;
+}
+
+// Loads the package unless the person has it skipped, since the terminal died of it the last time. The answer
+// is "" or why there is none: the terminal then runs without.
+QString LoadPackageSafely(TPackages& packages, const TEnvironment& environment, const TStartMark& mark,
+                          bool skip) {
+  const std::string died = mark.Read();
+  if (!skip && !died.empty()) skip = !AskWhetherToLoad(died);
+  QString reason;
+  try {
+    const std::filesystem::path package = GetPackageFile(environment);
+    if (skip) return HostText("Desktop_Skipped").arg(ToQt(package.filename().string()));
+    mark.Set(package);
+    LoadPackage(packages, environment);
+  } catch (const TCliError& error) {
+    reason = QString::fromUtf8(error.what());
+  }
+  mark.Clear();
+  return reason;
+}
 
 int RunWindow(TDesktopApplication& application, const TOptions& options) {
   TTerminal terminal{std::cin, std::cout, std::cerr, &ReadEnvironment};
@@ -77,7 +125,12 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
   const TLoopPump pump(host.Loop());
   const TDialogs dialogs(host);
   TPackages packages(host);
-  LoadPackage(packages, terminal.FEnvironment);
+  if (!options.FLanguageGiven) RestoreLanguage(host);
+  const int scale = std::max(host.Config().ReadInteger(kPlatformSection, kScaleKey), 100);
+  ApplySkin(application, TCustomLookAndFeelService::GetInstance().GetSkinName(), scale);
+  const QString missing =
+      LoadPackageSafely(packages, terminal.FEnvironment, TStartMark(config.parent_path() / "loading-package"),
+                        options.FSkipPackage);
   TMainWindow window(host, packages);
   application.SetWindow(&window);
   THostViews views(host, window);
@@ -87,6 +140,7 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
     views.UpdateTexts();
   });
   window.Restore(options.FAccount);
+  if (!missing.isEmpty()) window.ReportFault(window.windowTitle(), missing);
   window.show();
   const int code = QApplication::exec();
   application.SetWindow(nullptr);
@@ -103,11 +157,13 @@ int RunDesktop(int argc, char** argv) {
   std::string language = "ENG";
   parser.add_option("--book", options.FSession.FBook, "The back-office book (default: the user's own)");
   parser.add_option("--config", options.FSession.FConfig, "The configuration (default: the user's own)");
-  parser.add_option("--lang", language, "The language at the start: ENG, CHS or ZHH")
+  parser.add_option("--lang", language, "The language: ENG, CHS or ZHH (default: as last chosen)")
       ->check(CLI::IsMember({"ENG", "CHS", "ZHH"}, CLI::ignore_case));
+  parser.add_flag("--skip-package", options.FSkipPackage, "Starts without the package, and asks nothing");
   parser.add_option("--account", options.FAccount, "The account of the first view of a new workspace");
   try {
     parser.parse(argc, argv);
+    options.FLanguageGiven = parser.count("--lang") > 0;
     options.FSession.FLanguage = FindLanguage(language).value_or(kLanguageEnglish);
     return RunWindow(application, options);
   } catch (const CLI::ParseError& error) {

@@ -6,42 +6,67 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
-#include <QTime>
 #include <algorithm>
+#include <chrono>
 
 #include "model/contract/Constdef.h"
 #include "model/contract/LookAndFeelService.h"
+#include "model/contract/MessageBoxCtrl.h"
 #include "model/contract/Package.h"
+#include "terminal/desktop/HostPage.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/PreferenceWindow.h"
 #include "terminal/desktop/Skin.h"
+#include "terminal/desktop/binders/AccountBox.h"
 
 namespace margindesk {
 
 namespace {
 
-constexpr std::string_view kScaleKey = "ScaleSize";
-constexpr std::string_view kSkinKey = "SkinName";
 constexpr std::string_view kGeometryKey = "DesktopGeometry";
 constexpr std::string_view kDocksKey = "DesktopDocks";
 constexpr std::string_view kWorkspaceKey = "DesktopWorkspace";
 constexpr const char* kFirstWorkspace = "default";
+constexpr const char* kFirstView = "TIAccountInfo";
+constexpr std::chrono::milliseconds kSaveDelay{1000};
+
+// Where faults of notification handlers are told; null for nowhere.
+TMainWindow* faultWindow = nullptr;
+THandlerFaultSink faultsBefore = nullptr;
+
+void TellFault(std::string_view what) {
+  if (faultWindow != nullptr) faultWindow->ReportFault(faultWindow->windowTitle(), ToQt(what));
+  if (faultsBefore != nullptr) faultsBefore(what);
+}
 
 }  // namespace
 
 TMainWindow::TMainWindow(TReferenceHost& host, TPackages& packages)
-    : FHost(host), FPackages(packages), FConnection(new QLabel(this)), FUpdated(new QLabel(this)) {
+    : FHost(host), FPackages(packages), FStatus(host, *statusBar(), [this] { return IsSimulationOld(); }) {
   setWindowTitle(QStringLiteral("MarginDesk"));
   setDockOptions(AllowTabbedDocks | AllowNestedDocks | GroupedDragging);
-  statusBar()->addPermanentWidget(FConnection);
-  statusBar()->addPermanentWidget(FUpdated);
+  setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
+  FSaveTimer.setSingleShot(true);
+  QObject::connect(&FSaveTimer, &QTimer::timeout, this, [this] { SaveGeometry(); });
+  faultWindow = this;
+  faultsBefore = SetHandlerFaultSink(&TellFault);
+  SetKnownAccounts([this] {
+    std::vector<TKnownAccount> known;
+    for (const TCode account : FHost.Data().GetAccounts()) {
+      const TAccountRecord* record = FHost.Data().FindAccount(account);
+      if (record != nullptr) known.push_back({std::string(account.Text()), record->FFacts.FName});
+    }
+    return known;
+  });
   FHost.Views().SetListener(this);
   ApplyLook();
   BuildMenus();
-  UpdateStatus();
 }
 
 TMainWindow::~TMainWindow() {
+  SetHandlerFaultSink(faultsBefore);
+  faultWindow = nullptr;
+  SetKnownAccounts({});
   FHost.CloseViews();
   FHost.Views().SetListener(nullptr);
 }
@@ -58,16 +83,21 @@ void TMainWindow::OpenView(const std::string& className) {
 
 void TMainWindow::ViewOpened(const TOpenView& view) {
   auto* dock = new TViewDock(FHost.Views(), view, this, [this](TViewHandle handle) { CloseView(handle); });
-  std::int32_t width = 0;
-  std::int32_t height = 0;
-  if (TIBaseView* plugin = FHost.Views().FindClass(view.FClass); plugin->GetDefaultSize(width, height)) {
-    dock->resize(width, height);
-  }
   TViewDock* const before = FDocks.empty() ? nullptr : FDocks.rbegin()->second;
   FDocks[view.FHandle] = dock;
   addDockWidget(Qt::LeftDockWidgetArea, dock);
-  if (before != nullptr) splitDockWidget(before, dock, Qt::Horizontal);
+  if (before != nullptr && !before->isFloating()) splitDockWidget(before, dock, Qt::Horizontal);
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  if (FHost.Views().FindClass(view.FClass)->GetDefaultSize(width, height)) {
+    resizeDocks({dock}, {width}, Qt::Horizontal);
+  }
   dock->show();
+  const auto moved = [this] { FSaveTimer.start(kSaveDelay); };
+  QObject::connect(dock, &QDockWidget::dockLocationChanged, this, moved);
+  QObject::connect(dock, &QDockWidget::topLevelChanged, this, moved);
+  moved();
+  FStatus.NoteChange();
 }
 
 void TMainWindow::ViewClosing(TViewHandle handle) {
@@ -75,116 +105,64 @@ void TMainWindow::ViewClosing(TViewHandle handle) {
   if (found == FDocks.end()) return;
   delete found->second;  // with its binders, before the controls go
   FDocks.erase(found);
+  if (!FLeaving) FSaveTimer.start(kSaveDelay);
+  FStatus.NoteChange();
 }
 
 void TMainWindow::ViewCaptionChanged(TViewHandle handle) {
   const auto found = FDocks.find(handle);
   if (found != FDocks.end()) found->second->Update();
+  FStatus.NoteChange();
 }
 
 // The click that closes a view comes out of the dock that goes with it.
 void TMainWindow::CloseView(TViewHandle handle) {
+  if (FLeaving) return;  // it is open when the terminal comes back
   QMetaObject::invokeMethod(
       this, [this, handle] { FHost.Views().Close(handle); }, Qt::QueuedConnection);
 }
 
-// --- menus
-
-void TMainWindow::SetExtraMenus(std::function<void(QMenuBar& bar)> add) {
-  FExtraMenus = std::move(add);
-  BuildMenus();
-}
-
-void TMainWindow::BuildMenus() {
-  menuBar()->clear();
-  for (const TMenuEntry& entry : BuildMenu(FHost.Views())) {
-    AddEntries(*menuBar()->addMenu(ToQt(entry.FCaption)), entry.FItems);
+QDockWidget* TMainWindow::FindFocusedDock() const {
+  for (QObject* at = QApplication::focusWidget(); at != nullptr; at = at->parent()) {
+    if (auto* dock = qobject_cast<QDockWidget*>(at)) return dock;
   }
-  AddWorkspaceMenu();
-  AddViewMenu();
-  if (FExtraMenus) FExtraMenus(*menuBar());
-  QMenu* help = menuBar()->addMenu(HostText("Desktop_Help"));
-  help->addAction(HostText("Desktop_About"), this, [this] { ShowAbout(); });
+  return nullptr;
 }
 
-void TMainWindow::AddEntries(QMenu& menu, const std::vector<TMenuEntry>& entries) {
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    const TMenuEntry& entry = entries[i];
-    if (i > 0 && entries[i - 1].FGroup != entry.FGroup) menu.addSeparator();
-    if (!entry.FItems.empty()) {
-      AddEntries(*menu.addMenu(ToQt(entry.FCaption)), entry.FItems);
-    } else {
-      menu.addAction(ToQt(entry.FCaption), this, [this, name = entry.FClass] { OpenView(name); });
+void TMainWindow::GoToDock(int step) {
+  QList<QDockWidget*> docks = findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly);
+  docks.removeIf([](const QDockWidget* dock) { return dock->isHidden(); });
+  if (docks.isEmpty()) return;
+  const qsizetype at = docks.indexOf(FindFocusedDock());
+  const qsizetype next = at < 0 ? 0 : (at + step + docks.size()) % docks.size();
+  QDockWidget* dock = docks[next];
+  dock->raise();
+  dock->activateWindow();
+  for (QWidget* widget : dock->widget()->findChildren<QWidget*>()) {
+    if ((widget->focusPolicy() & Qt::TabFocus) == 0 || !widget->isVisibleTo(dock) || !widget->isEnabled()) {
+      continue;
     }
+    widget->setFocus(Qt::TabFocusReason);
+    return;
   }
 }
 
-void TMainWindow::AddWorkspaceMenu() {
-  QMenu* menu = menuBar()->addMenu(HostText("Desktop_Workspace"));
-  const TWorkspaces& workspaces = *FHost.Workspaces();
-  for (const std::string& name : workspaces.List()) {
-    QAction* action = menu->addAction(ToQt(name), this, [this, name] { LoadWorkspace(name); });
-    action->setCheckable(true);
-    action->setChecked(name == workspaces.GetName());
-  }
-  menu->addSeparator();
-  menu->addAction(HostText("Desktop_Save"), QKeySequence::Save, this, [this] { SaveGeometry(); });
-  menu->addAction(HostText("Desktop_SaveAs"), QKeySequence::SaveAs, this, [this] { SaveWorkspaceAs(); });
-  menu->addSeparator();
-  menu->addAction(HostText("Desktop_Quit"), QKeySequence::Quit, this, [this] { close(); });
-}
-
-void TMainWindow::AddViewMenu() {
-  QMenu* menu = menuBar()->addMenu(HostText("Desktop_View"));
-  const auto addChoice = [this](QMenu& where, const QString& text, bool chosen, auto choose) {
-    QAction* action = where.addAction(text, this, choose);
-    action->setCheckable(true);
-    action->setChecked(chosen);
-  };
-  QMenu* language = menu->addMenu(HostText("Desktop_Language"));
-  constexpr std::pair<std::int32_t, const char*> kLanguages[] = {{kLanguageEnglish, "English"},
-                                                                 {kLanguageSimplifiedChinese, "简体中文"},
-                                                                 {kLanguageTraditionalChinese, "繁體中文"}};
-  for (const auto& [index, name] : kLanguages) {
-    const bool chosen = TCustomLanguageManager::GetInstance().GetLanguageIndex() == index;
-    addChoice(*language, QString::fromUtf8(name), chosen,
-              [this, chosenIndex = index] { SetLanguage(chosenIndex); });
-  }
-  TConfigManager& config = FHost.Config();
-  QMenu* skin = menu->addMenu(HostText("Desktop_Skin"));
-  constexpr std::pair<const char*, const char*> kSkins[] = {{"Light", "Desktop_SkinLight"},
-                                                            {"Dark", "Desktop_SkinDark"}};
-  for (const auto& [name, key] : kSkins) {
-    const bool chosen = TCustomLookAndFeelService::GetInstance().GetSkinName() == name;
-    addChoice(*skin, HostText(key), chosen, [this, &config, skinName = name] {
-      config.WriteString(config.GetUserSection(), kSkinKey, skinName, true);
-      ApplyLook();
-      BuildMenus();
-    });
-  }
-  QMenu* scale = menu->addMenu(HostText("Desktop_Scale"));
-  for (const int percent : kScaleSteps) {
-    const bool chosen = percent == std::max(config.ReadInteger(kPlatformSection, kScaleKey), 100);
-    addChoice(*scale, QStringLiteral("%1 %").arg(percent), chosen, [this, &config, percent] {
-      config.WriteString(kPlatformSection, kScaleKey, std::to_string(percent), true);
-      ApplyLook();
-      BuildMenus();
-    });
-  }
-  menu->addSeparator();
-  menu->addAction(HostText("Desktop_Preferences"), QKeySequence(Qt::CTRL | Qt::Key_Comma), this,
-                  [this] { ShowPreferences(); });
+bool TMainWindow::IsSimulationOld() const {
+  return std::ranges::any_of(FDocks, [](const auto& entry) { return entry.second->IsSimulationOld(); });
 }
 
 // --- look and language
 
 void TMainWindow::SetLanguage(std::int32_t index) {
-  if (!FHost.Language().SetLanguage(index)) return;
+  if (index == FHost.Language().GetLanguageIndex() || !FHost.Language().SetLanguage(index)) return;
+  TConfigManager& config = FHost.Config();
+  config.WriteString(config.GetUserSection(), kLanguageKey, std::to_string(index), false);
   FHost.Views().SetLanguage(index);
   FHost.Preferences().SetLanguage(index);
   for (const auto& [handle, dock] : FDocks) dock->Update();
   BuildMenus();
-  UpdateStatus();
+  FStatus.UpdateTexts();
+  statusBar()->clearMessage();
 }
 
 void TMainWindow::ApplyLook() {
@@ -195,28 +173,47 @@ void TMainWindow::ApplyLook() {
 // --- workspaces
 
 void TMainWindow::Restore(const std::string& account) {
+  FAccount = account;
   TConfigManager& config = FHost.Config();
   TWorkspaces& workspaces = *FHost.Workspaces();
   std::string name = config.ReadString(config.GetUserSection(), kWorkspaceKey);
   if (name.empty()) name = kFirstWorkspace;
   const std::vector<std::string> names = workspaces.List();
   if (std::ranges::find(names, name) == names.end() || !workspaces.Load(name)) {
-    OpenView("TIAccountInfo");
-    if (!FHost.Views().GetViews().empty()) {
-      FHost.Views().SetLayout(FHost.Views().GetViews().back().FHandle, "Account=" + account);
-    }
-    workspaces.Save(name);
+    OpenFirstView();
+    // Without the package there is nothing that would be worth keeping.
+    if (!FHost.Views().GetViews().empty()) workspaces.Save(name);
   }
+  FinishLoading();
+}
+
+void TMainWindow::OpenFirstView() {
+  OpenView(kFirstView);
+  if (FHost.Views().GetViews().empty()) return;
+  FHost.Views().SetLayout(FHost.Views().GetViews().back().FHandle, "Account=" + FAccount);
+}
+
+void TMainWindow::FinishLoading() {
   RestoreGeometry();
   BuildMenus();
+  TCustomGlobalChannelManager::GetInstance().PostChannelData(kChannelLayoutLoaded, "", nullptr, 0);
 }
 
 void TMainWindow::LoadWorkspace(const std::string& name) {
   SaveGeometry();
   if (!FHost.Workspaces()->Load(name)) return;
   FHost.Config().WriteString(FHost.Config().GetUserSection(), kWorkspaceKey, name, false);
-  RestoreGeometry();
-  BuildMenus();
+  FinishLoading();
+}
+
+void TMainWindow::ResetWorkspace() {
+  if (TCustomMessageBoxCtrl::GetInstance().ShowConfirmation(FromQt(HostText("Desktop_ResetQuestion"))) !=
+      kConfirmationYes) {
+    return;
+  }
+  FHost.Views().CloseAll();
+  OpenFirstView();
+  SaveGeometry();
 }
 
 void TMainWindow::SaveWorkspaceAs() {
@@ -251,7 +248,10 @@ void TMainWindow::RestoreGeometry() {
 
 void TMainWindow::closeEvent(QCloseEvent* event) {
   SaveGeometry();
+  FLeaving = true;
+  FSaveTimer.stop();
   QMainWindow::closeEvent(event);
+  QCoreApplication::exit(0);  // floating views hold nothing up
 }
 
 void TMainWindow::showEvent(QShowEvent* event) {
@@ -262,17 +262,17 @@ void TMainWindow::showEvent(QShowEvent* event) {
 
 // --- status and dialogs
 
-void TMainWindow::UpdateStatus() {
-  FConnection->setText(HostText("Desktop_Connected"));
-  FUpdated->setText(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")));
-}
-
 void TMainWindow::ReportFault(const QString& where, const QString& what) {
-  statusBar()->showMessage(QStringLiteral("%1: %2").arg(where, what));
+  statusBar()->showMessage(QStringLiteral("⚠ %1: %2").arg(where, what));
 }
 
 void TMainWindow::ShowPreferences() {
-  TPreferenceWindow window(FHost.Preferences(), this);
+  const auto applied = [this](std::int32_t language) {
+    ApplyLook();
+    SetLanguage(language);
+    BuildMenus();
+  };
+  TPreferenceWindow window(FHost.Preferences(), FHost.Config(), applied, this);
   window.exec();
 }
 

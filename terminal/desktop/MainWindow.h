@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -11,6 +10,7 @@
 #include "host/services/MenuModel.h"
 #include "host/services/OpenViews.h"
 #include "host/services/ReferenceHost.h"
+#include "terminal/desktop/StatusLine.h"
 #include "terminal/desktop/ViewDock.h"
 
 namespace margindesk {
@@ -49,22 +49,29 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
   void AddViewMenu();
   void OpenView(const std::string& className);
   void CloseView(TViewHandle handle);
+  QDockWidget* FindFocusedDock() const;  // null for none
+  void GoToDock(int step);               // to the next visible one, or the one before
+  bool IsSimulationOld() const;
   void SetLanguage(std::int32_t index);
   void ApplyLook();
   void SaveWorkspaceAs();
+  void OpenFirstView();
+  void FinishLoading();
+  void ResetWorkspace();
   void LoadWorkspace(const std::string& name);
   void ShowPreferences();
   void ShowAbout();
-  void UpdateStatus();
   void SaveGeometry();
   void RestoreGeometry();
 
   TReferenceHost& FHost;
   TPackages& FPackages;
   std::map<TViewHandle, TViewDock*> FDocks;
-  QLabel* const FConnection;
-  QLabel* const FUpdated;
+  TStatusLine FStatus;
+  QTimer FSaveTimer;     // of the docks' places, for after a change
+  std::string FAccount;  // of the first view
   bool FShown = false;
+  bool FLeaving = false;
   std::function<void(QMenuBar& bar)> FExtraMenus;
 };
 

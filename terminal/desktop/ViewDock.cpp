@@ -3,8 +3,8 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QStyle>
 
+#include "terminal/desktop/Glyphs.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Picture.h"
 #include "terminal/desktop/Text.h"
@@ -12,25 +12,43 @@
 
 namespace margindesk {
 
+namespace {
+
+constexpr int kMargin = 6;  // pixels around the form
+
+QWidget* MakeForm(TFrame& frame, QWidget* parent) {
+  QWidget* form = CreateFormWidget(frame, parent);
+  form->setObjectName(QStringLiteral("ViewForm"));
+  form->layout()->setContentsMargins(kMargin, 0, kMargin, kMargin);
+  return form;
+}
+
+}  // namespace
+
 TViewDock::TViewDock(TOpenViews& views, const TOpenView& view, QWidget* parent, TClose closeView)
-    : QDockWidget(parent), FViews(views), FHandle(view.FHandle), FClose(std::move(closeView)) {
+    : QDockWidget(parent),
+      FViews(views),
+      FHandle(view.FHandle),
+      FClose(std::move(closeView)),
+      FSimulation(*view.FFrame, *MakeForm(*view.FFrame, this)) {
   setObjectName(QStringLiteral("view%1").arg(FHandle));
   setAllowedAreas(Qt::AllDockWidgetAreas);
-  setWidget(CreateFormWidget(*view.FFrame, this));
+  setWidget(findChild<QWidget*>(QStringLiteral("ViewForm")));
 
   FTitle = new QWidget(this);
   auto* row = new QHBoxLayout(FTitle);
-  row->setContentsMargins(6, 2, 2, 2);
+  row->setContentsMargins(kMargin, 3, 3, 3);
   FCaption = new QLabel(FTitle);
+  QFont bold = FCaption->font();
+  bold.setBold(true);
+  FCaption->setFont(bold);
   row->addWidget(FCaption, 1);
   FButtons = new QWidget(FTitle);
   row->addWidget(FButtons);
-  auto* closeButton = new QToolButton(FTitle);
-  closeButton->setAutoRaise(true);
-  closeButton->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
-  closeButton->setAccessibleName(HostText("Desktop_Close"));
-  QObject::connect(closeButton, &QToolButton::clicked, this, [this] { close(); });
-  row->addWidget(closeButton);
+  FCloseButton = new QToolButton(FTitle);
+  FCloseButton->setAutoRaise(true);
+  QObject::connect(FCloseButton, &QToolButton::clicked, this, [this] { close(); });
+  row->addWidget(FCloseButton);
   setTitleBarWidget(FTitle);
   Update();
 }
@@ -39,7 +57,11 @@ void TViewDock::Update() {
   const TOpenView* view = FViews.Find(FHandle);
   if (view == nullptr) return;
   setWindowTitle(ToQt(view->FCaption));
+  setAccessibleName(windowTitle());
   FCaption->setText(windowTitle());
+  FCloseButton->setIcon(MakeGlyph(TGlyph::Cross, *this));
+  FCloseButton->setToolTip(HostText("Desktop_Close"));
+  FCloseButton->setAccessibleName(FCloseButton->toolTip());
   UpdateButtons();
 }
 
@@ -62,7 +84,7 @@ void TViewDock::UpdateButtons() {
     button->setCheckable(model.FDown != 0);
     button->setChecked(model.FDown != 0);
     const TBitmap* image = images == nullptr ? nullptr : images->GetImage(model.FImageIndex);
-    if (image != nullptr) button->setIcon(MakePixmap(*image));
+    if (image != nullptr) button->setIcon(MakeTintedIcon(MakePixmap(*image), *this));
     button->setToolTip(ToQt(model.FHint));
     button->setAccessibleName(button->toolTip());
     const auto index = static_cast<std::int32_t>(i);
@@ -75,6 +97,11 @@ void TViewDock::UpdateButtons() {
         Qt::QueuedConnection);
     row->addWidget(button);
   }
+}
+
+void TViewDock::changeEvent(QEvent* event) {
+  QDockWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange && FTitle != nullptr) Update();
 }
 
 void TViewDock::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "host/services/OpenViews.h"
+#include "terminal/desktop/SimulationWatch.h"
 
 namespace margindesk {
 
@@ -22,8 +23,11 @@ class TViewDock : public QDockWidget {
   // Takes the view's caption and caption buttons anew.
   void Update();
 
+  bool IsSimulationOld() const { return FSimulation.IsOld(); }
+
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void UpdateButtons();
@@ -31,9 +35,11 @@ class TViewDock : public QDockWidget {
   TOpenViews& FViews;
   const TViewHandle FHandle;
   const TClose FClose;
-  QWidget* FTitle;
-  QWidget* FButtons;
-  QLabel* FCaption;
+  const TSimulationWatch FSimulation;
+  QWidget* FTitle = nullptr;
+  QWidget* FButtons = nullptr;
+  QLabel* FCaption = nullptr;
+  QToolButton* FCloseButton = nullptr;
 };
 
 }  // namespace margindesk

@@ -4,6 +4,7 @@
 #include "controls/HintStyleController.h"
 #include "controls/LayoutControl.h"
 #include "terminal/desktop/Text.h"
+#include "terminal/desktop/binders/AccountBox.h"
 #include "terminal/desktop/binders/GridBinder.h"
 #include "terminal/desktop/binders/HintBinder.h"
 #include "terminal/desktop/binders/LayoutBinder.h"
@@ -47,6 +48,7 @@ constexpr TMaker kMakers[] = {
     &Make<TButton, QPushButton, TButtonBinder>,
     &Make<TCheckBox, QCheckBox, TCheckBoxBinder>,
     &Make<TComboBox, QComboBox, TComboBoxBinder>,
+    &Make<TAccountEdit, QLineEdit, TAccountBoxBinder>,
     &Make<TTextEdit, QLineEdit, TTextEditBinder>,
     &Make<TSpinEdit, QDoubleSpinBox, TSpinEditBinder>,
     &Make<TImage, QLabel, TImageBinder>,

@@ -5,6 +5,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <algorithm>
 #include <utility>
 
 #include "terminal/desktop/Text.h"
@@ -112,7 +113,11 @@ QWidget* TLayoutBinder::MakeGroup(TLayoutGroup& group, QWidget* parent) {
     box->addWidget(place, grows ? 1 : 0);
   }
   if (!grown && vertical) box->addStretch(1);
-  if (group.GetWidth() > 0) widget->setFixedWidth(static_cast<int>(group.GetWidth() * FScale));
+  if (group.GetWidth() > 0) {
+    // As wide as the layout says, unless that would cut a control.
+    widget->setFixedWidth(
+        std::max(static_cast<int>(group.GetWidth() * FScale), widget->minimumSizeHint().width()));
+  }
   return widget;
 }
 

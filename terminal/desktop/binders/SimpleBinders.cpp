@@ -10,6 +10,12 @@
 
 namespace margindesk {
 
+namespace {
+
+constexpr int kShortestText = 8;  // characters of a drop-down list that are never cut
+
+}  // namespace
+
 // --- button
 
 TButtonBinder::TButtonBinder(TButton& button, QPushButton& widget)
@@ -34,7 +40,9 @@ TCheckBoxBinder::TCheckBoxBinder(TCheckBox& box, QCheckBox& widget)
 }
 
 void TCheckBoxBinder::Refresh() {
-  FCheckBox.setText(ToQt(FBox.GetCaption()));
+  // A box without a caption, such as the account's lock, is named by its hint.
+  FCheckBox.setText(ToQt(FBox.GetCaption().empty() ? FBox.GetHint() : FBox.GetCaption()));
+  FCheckBox.setAccessibleName(FCheckBox.text());
   FCheckBox.setChecked(FBox.GetChecked());
 }
 
@@ -43,6 +51,8 @@ void TCheckBoxBinder::Refresh() {
 TComboBoxBinder::TComboBoxBinder(TComboBox& box, QComboBox& widget)
     : TBinder(box, widget), FBox(box), FComboBox(widget) {
   widget.installEventFilter(this);
+  widget.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  widget.setMinimumContentsLength(kShortestText);
   QObject::connect(&widget, &QComboBox::currentIndexChanged, this, [this](int index) {
     if (!IsRefreshing()) FBox.SetItemIndex(index);
   });

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QWidget>
+#include <cstdint>
+#include <vector>
+
+#include "host/services/ConfigManager.h"
+
+namespace margindesk {
+
+inline constexpr std::string_view kScaleKey = "ScaleSize";           // percent, in the platform section
+inline constexpr std::string_view kSkinKey = "SkinName";             // in the user's section
+inline constexpr std::string_view kLanguageKey = "DesktopLanguage";  // its index, in the user's section
+
+// A language with its name in the language itself.
+struct TLanguageName {
+  std::int32_t FIndex;
+  const char* FName;
+};
+extern const TLanguageName kLanguageNames[3];
+
+// The host's own page of the preference dialog: language, skin, scale, whether closing a position is
+// confirmed, and a sample of each kind of figure in the decimals that are set on the package's page.
+class THostPage : public QWidget {
+ public:
+  THostPage(TConfigManager& config, QWidget* parent);  // which must outlive it
+
+  void Load();         // shows what is stored, the samples too
+  void LoadFactory();  // shows the factory values
+  void Save();         // stores what is shown; the configuration tells of it
+  std::int32_t GetLanguage() const;
+
+ private:
+  void UpdateSamples();
+
+  TConfigManager& FConfig;
+  QComboBox* const FLanguage;
+  QComboBox* const FSkin;
+  QComboBox* const FScale;
+  QCheckBox* const FConfirm;
+  std::vector<QLabel*> FSamples;
+};
+
+}  // namespace margindesk
