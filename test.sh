@@ -16,7 +16,7 @@ run_tests() {
 
 case "$*" in
   "")
-    need build test desktop
+    need build test desktop screen
     run_tests dev
     run_tests asan
     ;;

@@ -148,7 +148,7 @@ void TMainWindow::GoToDock(int step) {
 }
 
 bool TMainWindow::IsSimulationOld() const {
-  return std::ranges::any_of(FDocks, [](const auto& entry) { return entry.second->IsSimulationOld(); });
+  return std::ranges::any_of(FDocks, [](const auto& entry) { return entry.second->Simulation().IsOld(); });
 }
 
 // --- look and language
@@ -157,7 +157,12 @@ void TMainWindow::SetLanguage(std::int32_t index) {
   if (index == FHost.Language().GetLanguageIndex() || !FHost.Language().SetLanguage(index)) return;
   TConfigManager& config = FHost.Config();
   config.WriteString(config.GetUserSection(), kLanguageKey, std::to_string(index), false);
+  std::vector<TViewDock*> current;  // those of which a simulation is not out of date
+  for (const auto& [handle, dock] : FDocks) {
+    if (!dock->Simulation().IsOld()) current.push_back(dock);
+  }
   FHost.Views().SetLanguage(index);
+  for (TViewDock* dock : current) dock->Simulation().Retake();
   FHost.Preferences().SetLanguage(index);
   for (const auto& [handle, dock] : FDocks) dock->Update();
   BuildMenus();

@@ -20,6 +20,11 @@ class TSimulationWatch {
 
   bool IsOld() const { return FSimulated && *FSimulated != ReadOrders(); }
 
+  // The language changed the texts of the orders, not the orders: what is there now counts as simulated.
+  void Retake() {
+    if (FSimulated) FSimulated = ReadOrders();
+  }
+
  private:
   std::vector<std::string> ReadOrders() const;  // the texts of the rows that are not blank
 

@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace margindesk {
 
@@ -34,9 +36,33 @@ constexpr TSkinColor kColors[] = {
     {QPalette::Link, 0xff0b57d0, 0xff8ab4f8},
 };
 
+constexpr QRgb kOutlineLight = 0xff838b96;
+constexpr QRgb kOutlineDark = 0xff737d8a;
 constexpr QRgb kDisabledLight = 0xff7a828c;
 constexpr QRgb kDisabledDark = 0xff7f8893;
 constexpr double kFontPoints = 9;
+
+// Boxes to type in and to tick have an outline that stands out from the window at 3 to 1 in every skin.
+class TSkinStyle : public QProxyStyle {
+ public:
+  explicit TSkinStyle(bool dark)
+      : QProxyStyle(QStringLiteral("Fusion")), FOutline(dark ? kOutlineDark : kOutlineLight) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    if (element != PE_FrameLineEdit && element != PE_IndicatorCheckBox) return;
+    if ((option->state & State_HasFocus) != 0) return;
+    painter->save();
+    painter->setPen(FOutline);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    painter->restore();
+  }
+
+ private:
+  const QColor FOutline;
+};
 
 }  // namespace
 
@@ -47,7 +73,7 @@ void ApplySkin(QApplication& application, const std::string& skin, int scalePerc
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, dark ? kDisabledDark : kDisabledLight);
   }
-  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setStyle(new TSkinStyle(dark));
   application.setPalette(palette);
   QFont font = application.font();
   font.setPointSizeF(kFontPoints * scalePercent / 100);

@@ -23,7 +23,7 @@ class TViewDock : public QDockWidget {
   // Takes the view's caption and caption buttons anew.
   void Update();
 
-  bool IsSimulationOld() const { return FSimulation.IsOld(); }
+  TSimulationWatch& Simulation() noexcept { return FSimulation; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -35,7 +35,7 @@ class TViewDock : public QDockWidget {
   TOpenViews& FViews;
   const TViewHandle FHandle;
   const TClose FClose;
-  const TSimulationWatch FSimulation;
+  TSimulationWatch FSimulation;
   QWidget* FTitle = nullptr;
   QWidget* FButtons = nullptr;
   QLabel* FCaption = nullptr;
