@@ -14,6 +14,7 @@ constexpr std::chrono::milliseconds kFrame{50};
 constexpr int kRowHeight = 22;       // pixels, at least
 constexpr int kRowPadding = 8;       // above and below a text together
 constexpr int kLeastWidth = 30;      // of a column that names none
+constexpr int kMostFitted = 160;     // that a column widens by itself so that no text is cut
 constexpr double kLeastPart = 0.75;  // of its width that a column keeps in a narrow view
 
 }  // namespace
@@ -115,8 +116,10 @@ void TGridBinder::ShowRowHeight() {
 int TGridBinder::GetLeastWidth(int section) const {
   const TGridColumn& column = FModel.GetColumn(section);
   const int button = column.FAllowEditing && column.FShowEditButtons ? kCellButtonWidth : 0;
-  return std::max({column.FMinWidth, kLeastWidth, static_cast<int>(column.FWidth * kLeastPart),
-                   FView.horizontalHeader()->sectionSizeHint(section) + button});
+  return std::max(
+      {column.FMinWidth, kLeastWidth, static_cast<int>(column.FWidth * kLeastPart),
+       FView.horizontalHeader()->sectionSizeHint(section) + button,
+       std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section), kMostFitted)});
 }
 
 // The columns fill the view in the proportion of their widths; none is narrower than reads well, so
