@@ -46,7 +46,7 @@ TBatchQuestion MakeQuestion(TCustomDataControl& orders, const THostData& data) {
   question.FRows.resize(static_cast<std::size_t>(count));
   if (const TColumnList* columns = orders.GetColList()) {
     for (const auto& column : *columns) {
-      question.FColumns.push_back(GetResourceText(column->FResourceKey));
+      question.FColumns.push_back({GetResourceText(column->FResourceKey), column->FNumeric});
       for (std::int32_t row = 0; row < count; ++row) {
         question.FRows[static_cast<std::size_t>(row)].push_back(orders.GetDisplayValue(row, column->FId));
       }

@@ -23,12 +23,17 @@ struct TBatchTotal {
 };
 
 // What is to be confirmed, as it stood when the question came up.
+struct TBatchColumn {
+  std::string FCaption;
+  bool FNumeric = false;
+};
+
 struct TBatchQuestion {
   std::string FCaption;
   std::string FQuestion;
   std::int32_t FAction = 0;
   std::int32_t FViewID = 0;  // of the view that asks
-  std::vector<std::string> FColumns;
+  std::vector<TBatchColumn> FColumns;
   std::vector<std::vector<std::string>> FRows;  // a text for each column
   std::vector<TBatchTotal> FTotals;             // by the first order of their kind
 };

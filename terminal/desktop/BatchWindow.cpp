@@ -20,12 +20,19 @@ QTableWidget* MakeTable(const TBatchQuestion& question, QWidget* parent) {
   table->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table->setSelectionBehavior(QAbstractItemView::SelectRows);
   table->verticalHeader()->hide();
+  table->setAlternatingRowColors(true);
+  table->setShowGrid(false);
   for (int column = 0; column < table->columnCount(); ++column) {
-    table->setHorizontalHeaderItem(
-        column, new QTableWidgetItem(ToQt(question.FColumns[static_cast<std::size_t>(column)])));
+    const TBatchColumn& facts = question.FColumns[static_cast<std::size_t>(column)];
+    const auto make = [&facts](const std::string& text) {
+      auto* item = new QTableWidgetItem(ToQt(text));
+      item->setTextAlignment(Qt::AlignVCenter | (facts.FNumeric ? Qt::AlignRight : Qt::AlignLeft));
+      return item;
+    };
+    table->setHorizontalHeaderItem(column, make(facts.FCaption));
     for (int row = 0; row < table->rowCount(); ++row) {
       const auto& texts = question.FRows[static_cast<std::size_t>(row)];
-      table->setItem(row, column, new QTableWidgetItem(ToQt(texts[static_cast<std::size_t>(column)])));
+      table->setItem(row, column, make(texts[static_cast<std::size_t>(column)]));
     }
   }
   table->resizeColumnsToContents();

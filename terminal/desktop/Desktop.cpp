@@ -15,6 +15,7 @@
 #include "model/contract/LookAndFeelService.h"
 #include "model/contract/Variant.h"
 #include "terminal/desktop/Dialogs.h"
+#include "terminal/desktop/FirstSettings.h"
 #include "terminal/desktop/HostPage.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/LoopPump.h"
@@ -122,6 +123,7 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
   hostOptions.FConfigFile = config;
   hostOptions.FWorkspaceFolder = config.parent_path() / "workspaces";
   TReferenceHost host(session.Book(), hostOptions);
+  WriteFirstSettings(host.Config(), GetResourceDirectory(terminal.FEnvironment));
   const TLoopPump pump(host.Loop());
   const TDialogs dialogs(host);
   TPackages packages(host);

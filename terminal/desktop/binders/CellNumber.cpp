@@ -28,6 +28,11 @@ std::string RemoveGrouping(std::string_view text) {
   return plain;
 }
 
+bool IsFigure(std::string_view text) {
+  double number = 0;
+  return text.find_first_of(".,") != std::string_view::npos && TryTextToFloat(RemoveGrouping(text), number);
+}
+
 bool IsSameValue(const std::string& text, const TVariant& value) {
   const std::string trimmed(TrimText(text));
   if (!value.IsNumber()) return trimmed.empty() || TrimText(value.AsText()) == trimmed;

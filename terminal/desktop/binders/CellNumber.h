@@ -11,6 +11,10 @@ namespace margindesk {
 // they are.
 std::string RemoveGrouping(std::string_view text);
 
+// Whether a text is a figure as views write them: a number with thousands set apart or with decimals. Plain
+// digits may be a code.
+bool IsFigure(std::string_view text);
+
 // Whether the text in an editor stands for the value.
 bool IsSameValue(const std::string& text, const TVariant& value);
 

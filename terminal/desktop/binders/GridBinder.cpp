@@ -50,7 +50,11 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
     const bool ascending = column.FSortOrder != TSortOrder::Ascending;
     FGrid.SetSorting(column.FTag, ascending ? TSortOrder::Ascending : TSortOrder::Descending);
   });
-  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionResized, this, [this] { TakeColumns(); });
+  QObject::connect(view.horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
+    if (FRefreshing) return;
+    FChosenWidths.insert(FModel.GetColumn(section).FTag);
+    TakeColumns();
+  });
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { TakeColumns(); });
   QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
                    [this] { TakeSelection(); });
@@ -168,7 +172,9 @@ void TGridBinder::ShowColumns() {
   for (int i = 0; i < FModel.columnCount(); ++i) {
     const TGridColumn& column = FModel.GetColumn(i);
     header->moveSection(header->visualIndex(i), i);
-    if (column.FWidth > 0) header->resizeSection(i, column.FWidth);
+    // A width that the person chose stands as it is; any other grows with what it is to show.
+    const bool chosen = FChosenWidths.contains(column.FTag);
+    header->resizeSection(i, chosen ? column.FWidth : std::max(column.FWidth, GetLeastWidth(i)));
     if (column.FSortIndex == 0) sorted = i;
   }
   ShareWidth();

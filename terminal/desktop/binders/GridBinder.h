@@ -2,6 +2,7 @@
 
 #include <QTableView>
 #include <QTimer>
+#include <set>
 
 #include "controls/Grid.h"
 #include "terminal/desktop/binders/CellDelegate.h"
@@ -42,7 +43,8 @@ class TGridBinder : public QObject {
   TCellDelegate FDelegate;
   TGridEditors FEditors;
   QTimer FTimer;
-  std::int32_t FCurrentTag = -1;  // of the cell that the person is at
+  std::set<std::int32_t> FChosenWidths;  // tags of the columns that the person sized
+  std::int32_t FCurrentTag = -1;         // of the cell that the person is at
   bool FRefreshing = false;
 };
 

@@ -8,6 +8,7 @@
 #include "controls/SpinEditProperties.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Text.h"
+#include "terminal/desktop/binders/CellNumber.h"
 
 namespace margindesk {
 
@@ -44,8 +45,9 @@ TGridModel::TCells TGridModel::ReadRow(std::int32_t record) const {
   cells.reserve(FColumns.size());
   for (const TGridColumn& column : FColumns) {
     TShownCell& cell = cells.emplace_back();
-    cell.FText = ToQt(FGrid.GetDisplayText(record, column));
-    if (column.FNumeric) cell.FAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    const std::string text = FGrid.GetDisplayText(record, column);
+    cell.FText = ToQt(text);
+    if (column.FNumeric || IsFigure(text)) cell.FAlignment = Qt::AlignRight | Qt::AlignVCenter;
     const TEditProperties* properties = FGrid.GetProperties(record, column);
     if (column.FAllowEditing && column.FShowEditButtons) cell.FButton = GetButton(properties);
     const auto* button = dynamic_cast<const TButtonEditProperties*>(properties);

@@ -11,6 +11,7 @@ namespace margindesk {
 namespace {
 
 using testing::ElementsAre;
+using testing::Field;
 
 // The orders of a batch, as symbol, side, price and quantity; counts the lists that are there.
 class TOrderList final : public TCustomDataControl {
@@ -112,7 +113,8 @@ TEST_F(Dialogs, ABatchIsConfirmedByTheFrontAloneAndItsOrdersLastAsLongAsTheQuest
   EXPECT_THAT(alive, ElementsAre(1, 2));
   EXPECT_EQ(FAlive, 0);
   EXPECT_EQ(question.FViewID, 621);
-  EXPECT_THAT(question.FColumns, ElementsAre("Symbol", "Order Price"));
+  EXPECT_THAT(question.FColumns, ElementsAre(Field(&TBatchColumn::FCaption, "Symbol"),
+                                             Field(&TBatchColumn::FCaption, "Order Price")));
   EXPECT_THAT(question.FRows[2], ElementsAre("<HSIF7>", "<20010>"));
   EXPECT_EQ(question.FQuestion, "Place the following 4 orders?");
   std::vector<std::string> totals;
