@@ -18,22 +18,23 @@ namespace {
 constexpr int kPadding = 4;            // pixels beside a text
 constexpr int kMarkWidth = 4;          // pixels of the mark of a changed cell
 constexpr double kSpinDistance = 3.5;  // pixels of the two arrows from the middle
-const QColor kBarFull(0x4c, 0xaf, 0x50);
-const QColor kBarOverload(0xd3, 0x2f, 0x2f);
-
-QColor Blend(const QColor& a, const QColor& b, double part) {
-  return QColor::fromRgbF(static_cast<float>(a.redF() * (1 - part) + b.redF() * part),
-                          static_cast<float>(a.greenF() * (1 - part) + b.greenF() * part),
-                          static_cast<float>(a.blueF() * (1 - part) + b.blueF() * part));
-}
+constexpr int kBarAlpha = 110;         // the text on the bar stays readable in every skin
+// What goes beyond a bar's first part: of a margin level more is safer.
+const QColor kBarOverload(0x4c, 0xaf, 0x50);
 
 void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell) {
-  const double part = std::clamp(*cell.FBar / 100, 0.0, 1.0);
-  QRect bar = rect.adjusted(1, 2, -1, -2);
-  bar.setWidth(static_cast<int>(bar.width() * part));
-  QColor color = cell.FOverloaded ? kBarOverload : Blend(cell.FBarColor, kBarFull, part);
-  color.setAlpha(110);
-  painter.fillRect(bar, color);
+  const QRect bar = rect.adjusted(1, 2, -1, -2);
+  const auto reach = [&bar](double percent) {
+    return static_cast<int>(bar.width() * std::clamp(percent / 100, 0.0, 1.0));
+  };
+  const int end = reach(*cell.FBar);
+  const int first = std::min(end, reach(cell.FBarOverload));
+  const auto fill = [&](int from, int to, QColor color) {
+    color.setAlpha(kBarAlpha);
+    painter.fillRect(QRect(bar.left() + from, bar.top(), to - from, bar.height()), color);
+  };
+  fill(0, first, cell.FBarColor);
+  fill(first, end, kBarOverload);
 }
 
 // The arrows of a cell's button, centred in what it takes of the cell.

@@ -45,7 +45,8 @@ TShownCell TTreeModel::ReadCell(const TVirtualTreeNode& node, const TTreeColumn&
   if (const auto* bar = dynamic_cast<const TProgressBarProperties*>(properties)) {
     cell.FBar = ReadPercent(cell.FText);
     cell.FBarColor = MakeQtColor(bar->FBeginColor);
-    cell.FOverloaded = cell.FBar && *cell.FBar > bar->FOverloadValue;
+    cell.FBarOverload = bar->FOverloadValue;
+    cell.FAlignment = Qt::AlignRight | Qt::AlignVCenter;
   }
   if (const TStyle* style = FTree.GetContentStyle(&node, column)) {
     cell.FBackground = MakeQtColor(style->GetColor());

@@ -21,7 +21,7 @@ struct TShownCell {
   Qt::Alignment FAlignment = Qt::AlignLeft | Qt::AlignVCenter;
   std::optional<double> FBar;  // percent of a bar behind the text
   QColor FBarColor;
-  bool FOverloaded = false;  // of the bar
+  double FBarOverload = 100;  // percent at which the bar goes on in the overload colour
   TCellButton FButton = TCellButton::None;
   QString FHint;  // what a mark in place of a text means
 
