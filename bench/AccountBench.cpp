@@ -2,6 +2,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/BenchBook.h"
+#include "bench/BenchControl.h"
 #include "model/AccountInfoConstDef.h"
 #include "model/contract/Constdef.h"
 

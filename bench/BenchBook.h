@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "accountinfo/data/AccountInfoDataControl.h"
 #include "host/services/ReferenceHost.h"
 
 namespace margindesk {
@@ -21,21 +20,5 @@ THostContents MakeBenchBook(std::size_t positionCount, std::size_t subAccountCou
 TReferenceHostOptions GetBenchOptions();
 
 std::vector<TCode> GetBenchCurrencies();
-
-// The six position totals, as a table to loop over.
-class TBenchControl : public TAccountInfoDataControl {
- public:
-  TBenchControl() : TAccountInfoDataControl(nullptr) {}
-
-  using TAccountInfoDataControl::AccountInfoLoadUpdate;
-  using TAccountInfoDataControl::GetTotalCompBuy;
-  using TAccountInfoDataControl::GetTotalMarketValue;
-  using TAccountInfoDataControl::SetAccount;
-
-  double GetSixTotals(TCode currency) {
-    return GetTotalMarketValue(currency) + GetTotalCompBuy(currency) + GetTotalCompSell(currency) +
-           GetTotalPL(currency) + GetTotalRelizePL(currency) + GetTotalUnrelizePL(currency);
-  }
-};
 
 }  // namespace margindesk

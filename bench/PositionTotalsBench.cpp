@@ -5,6 +5,7 @@
 
 #include "bench/Allocations.h"
 #include "bench/BenchBook.h"
+#include "bench/BenchControl.h"
 #include "bench/Peers.h"
 
 namespace margindesk {
