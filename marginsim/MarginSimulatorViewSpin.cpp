@@ -36,6 +36,8 @@ std::optional<double> Find(const std::map<std::int32_t, double>& values, std::in
 void TMarginSimulatorFrame::OrderGridViewEditing(const TGridColumn& column, bool& /*allowed*/) {
   const std::int32_t record = OrderGridView->GetFocusedRecordIndex();
   OrderGridView->SetValue(record, kOrderColumnValidity, TVariant::Integer(0));
+  // Keys that changed nothing in the editor before say nothing of this one.
+  FEditingQty = FAutoRound2LotSize = FEditingPrice = FAutoRound2Spread = false;
   const TCode symbol = GetRowSymbol(record);
   switch (column.FTag) {
     case kOrderColumnQuantity:
@@ -97,10 +99,10 @@ void TMarginSimulatorFrame::OrderGridViewEditKeyDown(const TGridColumn& column, 
   const bool arrow = key == kKeyUp || key == kKeyDown;
   if (column.FTag == kOrderColumnQuantity) {
     FEditingQty = true;
-    if (arrow) FAutoRound2LotSize = true;
+    FAutoRound2LotSize = arrow;
   } else if (column.FTag == kOrderColumnPrice) {
     FEditingPrice = true;
-    if (arrow) FAutoRound2Spread = true;
+    FAutoRound2Spread = arrow;
   }
 }
 

@@ -180,6 +180,14 @@ TEST_F(SimulatorView, SnapsToTicksWhatIsSpunOverTheLimitsOfBandsAndNotWhatIsType
   Grid().PressEditorKey('5');
   Grid().TypeInEditor(TVariant::Float(150));
   EXPECT_EQ(Spin(true), "200") << "by the mouse, after typing";
+  for (int i = 0; i < 3; ++i) Spin(false, true);
+  Grid().PressEditorKey('0');
+  Grid().TypeInEditor(TVariant::Float(250));
+  Grid().CommitEditor();
+  EXPECT_EQ(Cell(0, kOrderColumnQuantity), "250") << "typed after an arrow key that changed nothing";
+  Edit(0, kOrderColumnQuantity, "250");
+  Grid().SpinCell(0, kOrderColumnQuantity, 1, false);
+  EXPECT_EQ(Cell(0, kOrderColumnQuantity), "300") << "spun after typing that changed nothing";
   Grid().SpinCell(2, kOrderColumnQuantity, 2, false);
   EXPECT_EQ(Row(2), "|||2||||") << "without a symbol by one";
 }
