@@ -22,6 +22,8 @@ TOpenedView::TOpenedView(TSession& session, const std::string& className, std::o
     config.Override(config.GetUserSection(), "AcctInfoShow3LvInfo", *threeLevels ? "Y" : "N");
   }
   session.Packages();
+  TIBaseView* const plugin = FHost.Views().FindClass(className);
+  if (plugin != nullptr && !plugin->GetIsVisible()) throw TCliError("the user may not open " + className);
   FHandle = FHost.Views().Open(className);
   if (const TOpenView* view = FHost.Views().Find(FHandle)) {
     FFrame = view->FFrame;

@@ -16,7 +16,8 @@ class TOpenedView {
  public:
   // className: of the plug-in object. threeLevels: attribute rows show the account's total, and currencies
   // that are no rows of their own stand converted under it; otherwise every currency is a row of its own;
-  // none: as it is configured. Throws TCliError when the package cannot be loaded or offers no such view.
+  // none: as it is configured. Throws TCliError when the package cannot be loaded or offers no such view to
+  // the user.
   TOpenedView(TSession& session, const std::string& className, std::optional<bool> threeLevels);
   ~TOpenedView();
   TOpenedView(const TOpenedView&) = delete;

@@ -12,7 +12,9 @@ namespace margindesk {
 
 void TOrdersCommand::AddOptions(CLI::App& app) {
   app.add_option("ACCOUNT", FAccount, "The account's identifier")->required();
-  app.add_option("--cancel", FCancel, "Cancel this order first, as far as it rests")->option_text("ORDER");
+  app.add_option("--cancel", FCancel, "Cancel this order first, as far as it rests")
+      ->option_text("ORDER")
+      ->check([](const std::string& order) { return order.empty() ? "no order is named" : std::string(); });
   FFormat.AddTo(app);
 }
 

@@ -19,7 +19,7 @@ class TOrdersCommand : public TCommand {
 
  private:
   std::string FAccount;
-  std::string FCancel;
+  std::string FCancel;  // empty: none
   TFormatOption FFormat;
 };
 

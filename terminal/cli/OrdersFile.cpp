@@ -64,6 +64,8 @@ TRefusal ReadQuantity(std::string_view text, TFileOrder& order) {
 }
 
 TRefusal ReadSymbol(std::string_view text, TFileOrder& order) {
+  constexpr std::size_t kLongestSymbol = 100;  // bytes; more is a text that got into the wrong field
+  if (text.size() > kLongestSymbol) return QuotedForMessage(text) + " is too long for a symbol";
   order.FSymbol = text;
   return text.empty() ? "no symbol" : TRefusal();
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "controls/Control.h"
 #include "controls/Frame.h"
@@ -15,22 +16,25 @@ namespace margindesk {
 
 TControl& FindControl(const TFrame& frame, const std::string& name);
 
-// The control of that name and kind; for an empty name the only one of its kind.
+// Whether the control and all around it are shown.
+bool IsShown(const TFrame& frame, const TControl& control);
+
+// The control of that name and kind; for an empty name the only one of its kind, or the only one shown.
 template <class T>
 T& FindControlOf(const TFrame& frame, const std::string& name, std::string_view kind) {
   if (!name.empty()) {
     if (auto* control = dynamic_cast<T*>(&FindControl(frame, name))) return *control;
     throw TScriptError(QuotedForMessage(name) + " is no " + std::string(kind));
   }
-  T* only = nullptr;
+  std::vector<T*> found;
   for (TComponent* component : frame.GetComponents()) {
-    auto* control = dynamic_cast<T*>(component);
-    if (control == nullptr) continue;
-    if (only != nullptr) throw TScriptError("there is more than one " + std::string(kind) + ": name it");
-    only = control;
+    if (auto* control = dynamic_cast<T*>(component)) found.push_back(control);
   }
-  if (only == nullptr) throw TScriptError("the view has no " + std::string(kind));
-  return *only;
+  if (found.size() > 1)
+    std::erase_if(found, [&frame](const T* control) { return !IsShown(frame, *control); });
+  if (found.empty()) throw TScriptError("the view has no " + std::string(kind));
+  if (found.size() > 1) throw TScriptError("there is more than one " + std::string(kind) + ": name it");
+  return *found.front();
 }
 
 // That a person could click or edit the control now: it and all around it are shown, and it is enabled.

@@ -19,8 +19,6 @@ bool AnyControl(const TFrame& frame, TVisit visit) {
   });
 }
 
-bool IsShown(const TFrame& frame, const TControl& control);
-
 // Any of the controls that open the menu with the item is shown.
 bool CanOpenMenuOf(const TFrame& frame, const TMenuItem& item) {
   return AnyControl<TPopupMenu>(frame, [&](const TPopupMenu& menu) {
@@ -30,6 +28,8 @@ bool CanOpenMenuOf(const TFrame& frame, const TMenuItem& item) {
            });
   });
 }
+
+}  // namespace
 
 bool IsShown(const TFrame& frame, const TControl& control) {
   if (!control.GetVisible()) return false;
@@ -43,8 +43,6 @@ bool IsShown(const TFrame& frame, const TControl& control) {
   return !AnyControl<TGrid>(
       frame, [&](const TGrid& window) { return window.GetView() == &control && !IsShown(frame, window); });
 }
-
-}  // namespace
 
 void CheckReachable(const TFrame& frame, const TControl& control) {
   const std::string name = QuotedForMessage(control.GetComponentName());

@@ -17,7 +17,9 @@ TJson ListViews(TScriptSession& session) {
 TJson Open(TScriptSession& session, const TScriptArguments& step) {
   TOpenViews& views = session.Host().Views();
   const std::string className = step.Text("class");
-  if (!views.HasClass(className)) throw TScriptError("there is no view class " + QuotedForMessage(className));
+  TIBaseView* const plugin = views.FindClass(className);
+  if (plugin == nullptr) throw TScriptError("there is no view class " + QuotedForMessage(className));
+  if (!plugin->GetIsVisible()) throw TScriptError("the menu does not offer " + QuotedForMessage(className));
   const TViewHandle handle = views.Open(className);
   if (handle == 0) throw TScriptError("the view cannot be opened");
   return {{"view", handle}};

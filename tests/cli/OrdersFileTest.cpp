@@ -51,6 +51,8 @@ TEST(OrdersFileTest, RefusesAFileWithOneLineThatSaysWhereAndWhy) {
       {"symbol,side,price,price,quantity\n", "orders.csv:1:price: duplicate column"},
       {head + "A,buy,1\n", "orders.csv:2: too few fields"},
       {head + "A,buy,1,1\n,buy,1,1\n", "orders.csv:3:symbol: no symbol"},
+      {head + std::string(101, 'A') + ",buy,1,1\n",
+       "orders.csv:2:symbol: \"" + std::string(40, 'A') + "...\" is too long for a symbol"},
       {head + "A,short,1,1\n", "orders.csv:2:side: \"short\" is not buy or sell"},
       {head + "A,buy,nan,1\n", "orders.csv:2:price: \"nan\" is not a number"},
       {head + "A,buy,1e400,1\n", "orders.csv:2:price: \"1e400\" is not a number"},

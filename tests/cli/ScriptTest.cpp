@@ -254,6 +254,14 @@ TEST_F(ScriptCommand, ListsTheMenuInTheLanguageOfTheDayAndNoneOfAnUnloadedPackag
             R"("index":3100,"group":0,"caption":"戶口資料","class":"TIAccountInfo","items":[]},{"id":621,)"
             R"("index":4000,"group":0,"caption":"按金模擬","class":"TIMarginSimulator","items":[]}]}])");
   EXPECT_EQ(lines.at(3).at("menus").dump(), "[]");
+
+  FInput = R"({"step":"open","class":"TIMarginSimulator"}
+{"step":"cell","row":0,"column":0,"value":"700"}
+{"step":"config","key":"Function_MarginSim","value":"N"}
+{"step":"open","class":"TIMarginSimulator"})";
+  const TJsonLines simulator = ParseLines(Run({"script", "-"}).FOut);
+  EXPECT_TRUE(simulator.at(1).at("ok")) << "the one grid shown is meant";
+  EXPECT_FALSE(simulator.at(3).at("ok")) << "the menu does not offer it";
 }
 
 TEST_F(ScriptCommand, SetsPreferencesThatTheViewsFollowOnceTheyAreSavedAndHoversOverFormulas) {

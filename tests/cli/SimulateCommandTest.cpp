@@ -68,12 +68,18 @@ TEST_F(SimulateCommand, NamesTheOrderThatWouldFailAndPlacesNoneOfThem) {
 
   EXPECT_EQ(Simulate("90101,buy,60,none,pending\n").FCode, 2);
   EXPECT_EQ(Simulate("NOPE,buy,60,1,pending\n").FCode, 3);
+
+  RunBare({"config", "set", "Function_MarginSim", "N"});
+  EXPECT_EQ(Simulate("90101,buy,60,500,pending\n", {"--submit", "--yes"}).FCode, 2)
+      << "a user who may not simulate";
+  EXPECT_EQ(Orders().size(), placed);
 }
 
 TEST_F(SimulateCommand, CancelsAnOrderThatRestsOnce) {
   ASSERT_EQ(Simulate("90101,buy,50,500,pending\n", {"--submit", "--yes"}).FCode, 0);
   const TJson order = Orders().back();
   ASSERT_EQ(order.at("state"), "resting");
+  EXPECT_EQ(RunBare({"orders", "10011", "--cancel", ""}).FCode, 2);
   EXPECT_EQ(RunBare({"orders", "10011", "--cancel", order.at("order")}).FCode, 0);
   EXPECT_EQ(Orders().back().at("state"), "cancelled");
   EXPECT_EQ(RunBare({"orders", "10011", "--cancel", order.at("order")}).FCode, 3);
