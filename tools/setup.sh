@@ -13,7 +13,7 @@ declare -A packages=(
   [build]="g++ cmake ninja-build libsqlite3-dev libcurl4-openssl-dev libcli11-dev nlohmann-json3-dev libstb-dev ca-certificates"
   [test]="libgtest-dev libgmock-dev libbenchmark-dev clang-format"
   [desktop]="qt6-base-dev fonts-dejavu-core fonts-noto-cjk"
-  [screen]="xvfb xdotool imagemagick"
+  [screen]="xvfb xdotool xclip imagemagick"
   [clang]="clang-14"
   [tidy]="clang-14 clang-tidy-14"
 )

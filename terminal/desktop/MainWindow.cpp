@@ -157,6 +157,7 @@ void TMainWindow::SetLanguage(std::int32_t index) {
   if (index == FHost.Language().GetLanguageIndex() || !FHost.Language().SetLanguage(index)) return;
   TConfigManager& config = FHost.Config();
   config.WriteString(config.GetUserSection(), kLanguageKey, std::to_string(index), false);
+  ApplyLook();
   std::vector<TViewDock*> current;  // those of which a simulation is not out of date
   for (const auto& [handle, dock] : FDocks) {
     if (!dock->Simulation().IsOld()) current.push_back(dock);

@@ -1,11 +1,14 @@
 #include "terminal/desktop/Skin.h"
 
 #include <QApplication>
-#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <algorithm>
+
+#include "model/contract/LanguageManager.h"
 
 namespace margindesk {
 
@@ -42,6 +45,10 @@ constexpr QRgb kDisabledLight = 0xff7a828c;
 constexpr QRgb kDisabledDark = 0xff7f8893;
 constexpr double kFontPoints = 9;
 
+// The face of the Chinese characters, by the language's index: the same character has other strokes in each
+// region, and a fallback left to chance comes bold. Latin letters and figures keep the system's face.
+constexpr const char* kHanFaces[] = {"Noto Sans CJK SC", "Noto Sans CJK SC", "Noto Sans CJK HK"};
+
 // Boxes to type in and to tick have an outline that stands out from the window at 3 to 1 in every skin.
 class TSkinStyle : public QProxyStyle {
  public:
@@ -50,6 +57,9 @@ class TSkinStyle : public QProxyStyle {
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
+    // Of every cell: what Fusion draws, without the colours that it mixes for what it draws elsewhere.
+    if (element == PE_PanelItemViewRow) return QCommonStyle::drawPrimitive(element, option, painter, widget);
+    if (element == PE_IndicatorBranch && !option->state.testFlag(State_Children)) return;
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     if (element != PE_FrameLineEdit && element != PE_IndicatorCheckBox) return;
     if ((option->state & State_HasFocus) != 0) return;
@@ -75,7 +85,10 @@ void ApplySkin(QApplication& application, const std::string& skin, int scalePerc
   }
   application.setStyle(new TSkinStyle(dark));
   application.setPalette(palette);
+  static const QString latin = QFontInfo(QApplication::font()).family();  // the face behind an alias
+  const auto language = static_cast<std::size_t>(TCustomLanguageManager::GetInstance().GetLanguageIndex());
   QFont font = application.font();
+  font.setFamilies({latin, QString::fromLatin1(kHanFaces[std::min(language, std::size(kHanFaces) - 1)])});
   font.setPointSizeF(kFontPoints * scalePercent / 100);
   font.setStyleStrategy(QFont::PreferAntialias);
   application.setFont(font);

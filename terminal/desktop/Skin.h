@@ -6,7 +6,8 @@ class QApplication;
 
 namespace margindesk {
 
-// Gives the application the colours of a skin ("Light", "Dark") and its font at a scale in percent.
+// Gives the application the colours of a skin ("Light", "Dark") and its font at a scale in percent, with the
+// characters of the current language's region.
 void ApplySkin(QApplication& application, const std::string& skin, int scalePercent);
 
 // The steps of the scale in percent.

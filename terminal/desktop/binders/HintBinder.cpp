@@ -1,5 +1,6 @@
 #include "terminal/desktop/binders/HintBinder.h"
 
+#include <QFontMetrics>
 #include <QToolTip>
 #include <QWidget>
 
@@ -9,13 +10,19 @@ namespace margindesk {
 
 namespace {
 
-// As the hint's line above it and its text, which may hold line ends.
+constexpr int kWidestHint = 420;  // pixels of a line that is not wrapped
+
+// As the hint's line above it and its text, which may hold line ends. A tool tip left to itself wraps a text
+// into a narrow column.
 QString MakeHintText(const THintStyleController& hints) {
-  QString text = ToQt(hints.GetHintText()).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
+  const QString plain = ToQt(hints.GetHintText());
+  const QRect whole = QFontMetrics(QToolTip::font()).boundingRect(QRect(), Qt::TextExpandTabs, plain);
+  QString text = plain.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>"));
   if (!hints.GetHintCaption().empty()) {
     text.prepend(QStringLiteral("<b>%1</b><br>").arg(ToQt(hints.GetHintCaption()).toHtmlEscaped()));
   }
-  return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text);
+  if (whole.width() <= kWidestHint) return QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text);
+  return QStringLiteral("<table width='%1'><tr><td>%2</td></tr></table>").arg(kWidestHint).arg(text);
 }
 
 constexpr int kWithoutEnd = 24 * 60 * 60 * 1000;  // milliseconds; the view hides the hint itself
