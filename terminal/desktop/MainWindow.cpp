@@ -15,6 +15,7 @@
 #include "model/contract/Package.h"
 #include "terminal/desktop/HostPage.h"
 #include "terminal/desktop/HostText.h"
+#include "terminal/desktop/KeptColumns.h"
 #include "terminal/desktop/PreferenceWindow.h"
 #include "terminal/desktop/Skin.h"
 #include "terminal/desktop/binders/AccountBox.h"
@@ -25,6 +26,7 @@ namespace {
 
 constexpr std::string_view kGeometryKey = "DesktopGeometry";
 constexpr std::string_view kDocksKey = "DesktopDocks";
+constexpr std::string_view kColumnsKey = "DesktopColumns_";
 constexpr std::string_view kWorkspaceKey = "DesktopWorkspace";
 constexpr const char* kFirstWorkspace = "default";
 constexpr const char* kFirstView = "TIAccountInfo";
@@ -239,6 +241,10 @@ void TMainWindow::SaveGeometry() {
   const std::string section = "Desktop_" + FHost.Workspaces()->GetName();
   config.WriteString(section, kGeometryKey, saveGeometry().toBase64().toStdString(), false);
   config.WriteString(section, kDocksKey, saveState().toBase64().toStdString(), false);
+  for (const auto& [handle, dock] : FDocks) {
+    const std::string key = std::string(kColumnsKey) + FromQt(dock->objectName());
+    config.WriteString(section, key, ReadKeptColumns(*FHost.Views().Find(handle)->FFrame), false);
+  }
 }
 
 void TMainWindow::RestoreGeometry() {
@@ -250,6 +256,10 @@ void TMainWindow::RestoreGeometry() {
   };
   if (!restoreGeometry(read(kGeometryKey))) resize(1280, 800);
   restoreState(read(kDocksKey));
+  for (const auto& [handle, dock] : FDocks) {
+    const std::string key = std::string(kColumnsKey) + FromQt(dock->objectName());
+    ShowKeptColumns(*FHost.Views().Find(handle)->FFrame, FHost.Config().ReadString(section, key));
+  }
 }
 
 void TMainWindow::closeEvent(QCloseEvent* event) {

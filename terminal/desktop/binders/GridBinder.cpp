@@ -26,6 +26,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
       FModel(grid, this),
       FDelegate(this),
       FEditors(grid, view, FModel, [this] { Refresh(); }) {
+  for (const TGridColumn& column : grid.GetColumns()) FFormWidths[column.FTag] = column.FWidth;
   view.setModel(&FModel);
   view.setItemDelegate(&FDelegate);
   view.setAlternatingRowColors(true);
@@ -51,9 +52,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
     FGrid.SetSorting(column.FTag, ascending ? TSortOrder::Ascending : TSortOrder::Descending);
   });
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
-    if (FRefreshing) return;
-    FChosenWidths.insert(FModel.GetColumn(section).FTag);
-    TakeColumns();
+    if (!FRefreshing) TakeColumns(section);
   });
   QObject::connect(view.horizontalHeader(), &QHeaderView::sectionMoved, this, [this] { TakeColumns(); });
   QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -126,15 +125,24 @@ int TGridBinder::GetLeastWidth(int section) const {
        std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section), kMostFitted)});
 }
 
-// The columns fill the view in the proportion of their widths; none is narrower than reads well, so
-// that a narrow view scrolls.
+bool TGridBinder::IsSized(const TGridColumn& column) const {
+  const auto form = FFormWidths.find(column.FTag);
+  return form != FFormWidths.end() && form->second != column.FWidth;
+}
+
+// The columns fill the view in the proportion of their widths, beside those that the person sized; none is
+// narrower than reads well, so that a narrow view scrolls.
 void TGridBinder::ShareWidth() {
   const int count = FModel.columnCount();
   if (!FGrid.GetOptions().FColumnAutoWidth || count == 0) return;
   const bool before = std::exchange(FRefreshing, true);
   QHeaderView& header = *FView.horizontalHeader();
   const int room = FView.viewport()->width();
-  std::vector<int> widths(static_cast<std::size_t>(count));  // of those that have their least width; else 0
+  std::vector<int> widths(static_cast<std::size_t>(count));  // of those that do not share; else 0
+  for (int i = 0; i < count; ++i) {
+    const TGridColumn& column = FModel.GetColumn(i);
+    if (IsSized(column)) widths[static_cast<std::size_t>(i)] = std::max(column.FWidth, kLeastWidth);
+  }
   const auto wanted = [this](int i) { return std::max(FModel.GetColumn(i).FWidth, kLeastWidth); };
   double part = 0;
   for (bool again = true; again;) {
@@ -173,8 +181,7 @@ void TGridBinder::ShowColumns() {
     const TGridColumn& column = FModel.GetColumn(i);
     header->moveSection(header->visualIndex(i), i);
     // A width that the person chose stands as it is; any other grows with what it is to show.
-    const bool chosen = FChosenWidths.contains(column.FTag);
-    header->resizeSection(i, chosen ? column.FWidth : std::max(column.FWidth, GetLeastWidth(i)));
+    header->resizeSection(i, IsSized(column) ? column.FWidth : std::max(column.FWidth, GetLeastWidth(i)));
     if (column.FSortIndex == 0) sorted = i;
   }
   ShareWidth();
@@ -205,7 +212,7 @@ void TGridBinder::ShowFocus() {
   FRefreshing = before;
 }
 
-void TGridBinder::TakeColumns() {
+void TGridBinder::TakeColumns(int resized) {
   if (FRefreshing) return;
   const bool before = std::exchange(FRefreshing, true);
   QHeaderView* header = FView.horizontalHeader();
@@ -217,7 +224,7 @@ void TGridBinder::TakeColumns() {
     const auto found = std::ranges::find(columns, FModel.GetColumn(section).FTag, &TGridColumn::FTag);
     if (found == columns.end()) continue;
     shown.push_back(*found);
-    shown.back().FWidth = header->sectionSize(section);
+    if (section == resized) shown.back().FWidth = header->sectionSize(section);
   }
   auto next = shown.begin();
   for (TGridColumn& column : columns) {

@@ -2,7 +2,7 @@
 
 #include <QTableView>
 #include <QTimer>
-#include <set>
+#include <map>
 
 #include "controls/Grid.h"
 #include "terminal/desktop/binders/CellDelegate.h"
@@ -34,7 +34,9 @@ class TGridBinder : public QObject {
   int GetLeastWidth(int section) const;
   void ShowRowHeight();
   void ShowFocus();
-  void TakeColumns();
+  void TakeColumns(int resized = -1);
+  // Whether the person chose a column's width, now or in a layout that was kept.
+  bool IsSized(const TGridColumn& column) const;
   void TakeSelection();
 
   TGridTableView& FGrid;
@@ -43,8 +45,8 @@ class TGridBinder : public QObject {
   TCellDelegate FDelegate;
   TGridEditors FEditors;
   QTimer FTimer;
-  std::set<std::int32_t> FChosenWidths;  // tags of the columns that the person sized
-  std::int32_t FCurrentTag = -1;         // of the cell that the person is at
+  std::map<std::int32_t, int> FFormWidths;  // of the columns as the form made them, by tag
+  std::int32_t FCurrentTag = -1;            // of the cell that the person is at
   bool FRefreshing = false;
 };
 
