@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "model/contract/LanguageManager.h"
+#include "terminal/desktop/MessagePicture.h"
 
 namespace margindesk {
 
@@ -68,6 +69,12 @@ class TSkinStyle : public QProxyStyle {
     painter->setBrush(Qt::NoBrush);
     painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
     painter->restore();
+  }
+
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    const QIcon own = MakeMessagePicture(picture);
+    return own.isNull() ? QProxyStyle::standardIcon(picture, option, widget) : own;
   }
 
  private:
