@@ -68,7 +68,7 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
   if (cell == nullptr) return;
   QColor text = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
-  if (cell->FBackground.isValid() && !selected) {
+  if (cell->FBackground.isValid()) {  // stays in sight in a selected row
     painter->fillRect(option.rect, cell->FBackground);
     text = TextOn(cell->FBackground);
   } else if (!selected && (cell->FText.startsWith(u'-') || !cell->FHint.isEmpty())) {
@@ -79,7 +79,6 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(QRect(option.rect.topLeft(), QSize(kMarkWidth, option.rect.height())), text);
   }
   painter->setPen(text);
-  painter->setFont(option.font);
   QRect inside = option.rect;
   if (cell->FButton != TCellButton::None) {
     inside.setRight(inside.right() - kCellButtonWidth);
@@ -87,8 +86,7 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                 cell->FButton);
   }
   inside.adjust(kPadding + (cell->FChanged ? kMarkWidth : 0), 0, -kPadding, 0);
-  painter->drawText(inside, static_cast<int>(cell->FAlignment) | Qt::TextSingleLine,
-                    option.fontMetrics.elidedText(cell->FText, Qt::ElideRight, inside.width()));
+  FTexts.Draw(*painter, inside, cell->FAlignment, cell->FText, option.font);
   if (option.state.testFlag(QStyle::State_HasFocus)) {
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));  // the cell that keys go to
   }
@@ -105,7 +103,7 @@ bool TCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 
 QSize TCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
-  const int width = cell == nullptr ? 0 : option.fontMetrics.horizontalAdvance(cell->FText);
+  const int width = cell == nullptr ? 0 : FTexts.GetWidth(cell->FText, option.font);
   const int button = cell == nullptr || cell->FButton == TCellButton::None ? 0 : kCellButtonWidth;
   return {width + button + 2 * kPadding + kMarkWidth, FRowHeight};
 }

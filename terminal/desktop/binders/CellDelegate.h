@@ -2,6 +2,8 @@
 
 #include <QStyledItemDelegate>
 
+#include "terminal/desktop/binders/CellTexts.h"
+
 namespace margindesk {
 
 // Paints the held cell of a model (kShownCellRole) with as little as possible: background, bar, text. A
@@ -19,6 +21,7 @@ class TCellDelegate : public QStyledItemDelegate {
 
  private:
   int FRowHeight = 20;
+  mutable TCellTexts FTexts;
 };
 
 }  // namespace margindesk
