@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "terminal/desktop/CellExport.h"
+#include "terminal/desktop/Text.h"
 #include "terminal/desktop/binders/TreeBinder.h"
 #include "tests/desktop/FigureTree.h"
 #include "tests/support/TestHost.h"
@@ -56,6 +58,16 @@ TEST_F(TreeBinder, OpeningARowReachesTheTreeAndWhatTheProgramOpensIsShown) {
   EXPECT_TRUE(FView.isExpanded(FView.model()->index(1, 0)));
   QTest::keyClick(&FView, Qt::Key_Left);
   EXPECT_FALSE(FFigures.FTree.IsExpanded(*nodes[0]));
+}
+
+TEST_F(TreeBinder, WhatIsShownIsExportedRowByRowInTheFormThatSpreadsheetsRead) {
+  FFigures.Figures().SetText(0, "按金 \"A\"\n-1,5");
+  FFigures.FTree.SetExpanded(*FFigures.FTree.GetNodes()[0], true);
+  QTest::qWait(kFrame);
+  const QString csv = MakeCsv(FView);
+  EXPECT_TRUE(csv.startsWith("Account,Value\r\nFigure 0,\"按金 \"\"A\"\"\n-1,5\"\r\n  Figure 1,"))
+      << FromQt(csv);
+  EXPECT_EQ(csv.count("\r\n"), 1 + TFigureRows::kFigures + TFigureRows::kCurrencies);
 }
 
 TEST_F(TreeBinder, ALargerFontMakesRoomForItself) {

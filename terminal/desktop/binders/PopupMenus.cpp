@@ -1,13 +1,56 @@
 #include "terminal/desktop/binders/PopupMenus.h"
 
 #include <QAbstractItemView>
+#include <QContextMenuEvent>
 #include <QPointer>
+#include <functional>
+#include <utility>
 
 #include "controls/Menu.h"
 #include "terminal/desktop/CellExport.h"
 #include "terminal/desktop/HostText.h"
 
 namespace margindesk {
+
+namespace {
+
+// Shows a widget's menu for the menu key and for Shift+F10: at the current cell of a tree or grid.
+class TMenuKeys : public QObject {
+ public:
+  using TShow = std::function<void(QPoint global)>;
+
+  TMenuKeys(QWidget& widget, TShow show) : QObject(&widget), FWidget(widget), FShow(std::move(show)) {
+    widget.installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!IsMenuKey(*event)) return QObject::eventFilter(watched, event);
+    FShow(GetPlace());
+    return true;
+  }
+
+ private:
+  static bool IsMenuKey(const QEvent& event) {
+    if (event.type() == QEvent::ContextMenu) {
+      return static_cast<const QContextMenuEvent&>(event).reason() == QContextMenuEvent::Keyboard;
+    }
+    if (event.type() != QEvent::KeyPress) return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier;
+  }
+
+  QPoint GetPlace() const {
+    const auto* view = qobject_cast<const QAbstractItemView*>(&FWidget);
+    if (view == nullptr) return FWidget.mapToGlobal(FWidget.rect().center());
+    const QRect cell = view->visualRect(view->currentIndex()).intersected(view->viewport()->rect());
+    return view->viewport()->mapToGlobal(cell.isEmpty() ? QPoint() : cell.center());
+  }
+
+  QWidget& FWidget;
+  const TShow FShow;
+};
+
+}  // namespace
 
 void AddMenuItems(const TControl& control, QMenu& menu) {
   if (control.GetPopupMenu() == nullptr) return;
@@ -22,23 +65,25 @@ void AddMenuItems(const TControl& control, QMenu& menu) {
 
 void ConnectPopupMenu(TControl& control, QWidget& widget) {
   widget.setContextMenuPolicy(Qt::CustomContextMenu);
-  QObject::connect(&widget, &QWidget::customContextMenuRequested, &widget, [&control, &widget](QPoint at) {
+  const auto show = [&control, &widget](QPoint global) {
     const QPointer<QMenu> menu = new QMenu(&widget);
     AddMenuItems(control, *menu);
     if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) {
       if (!menu->isEmpty()) menu->addSeparator();
       AddExportActions(*view, *menu);
-      at = view->viewport()->mapToGlobal(at);
-    } else {
-      at = widget.mapToGlobal(at);
     }
     if (menu->isEmpty()) {
       delete menu;
       return;
     }
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(at);
+    menu->popup(global);
+  };
+  QObject::connect(&widget, &QWidget::customContextMenuRequested, &widget, [show, &widget](QPoint at) {
+    const auto* view = qobject_cast<QAbstractItemView*>(&widget);
+    show(view == nullptr ? widget.mapToGlobal(at) : view->viewport()->mapToGlobal(at));
   });
+  new TMenuKeys(widget, show);
 }
 
 }  // namespace margindesk
