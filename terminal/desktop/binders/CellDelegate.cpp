@@ -19,11 +19,14 @@ constexpr int kPadding = 4;            // pixels beside a text
 constexpr int kMarkWidth = 4;          // pixels of the mark of a changed cell
 constexpr double kSpinDistance = 3.5;  // pixels of the two arrows from the middle
 constexpr int kBarAlpha = 110;         // the text on the bar stays readable in every skin
+constexpr int kSelectedBar = 2;        // pixels of a bar below the text of a selected row
 // What goes beyond a bar's first part: of a margin level more is safer.
 const QColor kBarOverload(0x4c, 0xaf, 0x50);
 
-void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell) {
-  const QRect bar = rect.adjusted(1, 2, -1, -2);
+void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell, bool selected) {
+  QRect bar = rect.adjusted(1, 2, -1, -2);
+  // The selection's colour leaves no room for another one behind its text.
+  if (selected) bar.setTop(bar.bottom() - kSelectedBar + 1);
   const auto reach = [&bar](double percent) {
     return static_cast<int>(bar.width() * std::clamp(percent / 100, 0.0, 1.0));
   };
@@ -74,7 +77,7 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   } else if (!selected && (cell->FText.startsWith(u'-') || !cell->FHint.isEmpty())) {
     text = option.palette.color(QPalette::BrightText);
   }
-  if (cell->FBar) PaintBar(*painter, option.rect, *cell);
+  if (cell->FBar) PaintBar(*painter, option.rect, *cell, selected);
   if (cell->FChanged) {
     painter->fillRect(QRect(option.rect.topLeft(), QSize(kMarkWidth, option.rect.height())), text);
   }
