@@ -14,7 +14,7 @@
 namespace margindesk {
 namespace {
 
-constexpr int kFrame = 60;  // milliseconds in which a change is certainly shown
+constexpr int kFrame = 150;  // milliseconds in which a change is certainly shown
 
 struct TreeBinder : testing::Test {
   TreeBinder() {

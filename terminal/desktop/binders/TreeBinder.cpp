@@ -12,8 +12,9 @@ namespace margindesk {
 
 namespace {
 
-constexpr std::chrono::milliseconds kFrame{16};
-constexpr int kRowPadding = 3;  // pixels above and below a text together, at least
+constexpr std::chrono::milliseconds kFrame{50};  // from one picture of a busy tree to the next
+constexpr std::chrono::milliseconds kSoon{16};   // in which changes that belong together come
+constexpr int kRowPadding = 3;                   // pixels above and below a text together, at least
 
 }  // namespace
 
@@ -30,11 +31,12 @@ TTreeBinder::TTreeBinder(TVirtualTree& tree, QTreeView& view)
   view.viewport()->installEventFilter(this);
   view.header()->setStretchLastSection(true);
   FTimer.setSingleShot(true);
-  FTimer.setInterval(kFrame);
   QObject::connect(&FTimer, &QTimer::timeout, this, [this] { Refresh(); });
   const auto expand = [this](const QModelIndex& index, bool expanded) {
     const TVirtualTreeNode* node = FModel.GetNode(index);
-    if (!FRefreshing && node != nullptr) FTree.SetExpanded(*node, expanded);
+    if (FRefreshing || node == nullptr) return;
+    FTree.SetExpanded(*node, expanded);
+    FTimer.start(0);  // the person waits for the rows
   };
   QObject::connect(&view, &QTreeView::expanded, this,
                    [expand](const QModelIndex& index) { expand(index, true); });
@@ -48,16 +50,20 @@ TTreeBinder::TTreeBinder(TVirtualTree& tree, QTreeView& view)
 TTreeBinder::~TTreeBinder() { FTree.SetOnUpdate({}); }
 
 void TTreeBinder::TreeUpdated() {
-  if (!FRefreshing && !FTimer.isActive()) FTimer.start();
+  if (FRefreshing || FTimer.isActive()) return;
+  const std::chrono::milliseconds shown(FShown.elapsed());
+  FTimer.start(std::max(kSoon, kFrame - shown));
 }
 
 void TTreeBinder::Refresh() {
   FRefreshing = true;
+  FTimer.stop();
   FView.setHeaderHidden(!FTree.GetShowHeaders());
   FDelegate.SetRowHeight(std::max(FTree.GetRowHeight(), FView.fontMetrics().height() + kRowPadding));
   const bool otherRows = FModel.Refresh();
   ShowExpanded();
   if (otherRows) FitColumns();
+  FShown.start();
   FRefreshing = false;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QTreeView>
 
@@ -8,8 +9,8 @@
 
 namespace margindesk {
 
-// Shows a tree. Changes of the tree are shown together, at most one picture a frame; the person's opening and
-// closing of rows and the mouse over cells reach the tree.
+// Shows a tree. Changes of the tree are shown together, twenty times a second at most; the person's opening
+// and closing of rows is shown at once. It and the mouse over cells reach the tree.
 class TTreeBinder : public QObject {
  public:
   TTreeBinder(TVirtualTree& tree, QTreeView& view);
@@ -29,6 +30,7 @@ class TTreeBinder : public QObject {
   TTreeModel FModel;
   TCellDelegate FDelegate;
   QTimer FTimer;
+  QElapsedTimer FShown;  // since the last picture
   bool FRefreshing = false;
 };
 
