@@ -38,10 +38,11 @@ std::int32_t TMessageWindows::ShowConfirmation(std::string_view text) {
   QMessageBox box(QMessageBox::Question, QStringLiteral("MarginDesk"), ToQt(text), QMessageBox::NoButton,
                   QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
-  const QAbstractButton* yes = box.addButton(HostText("Desktop_Yes"), QMessageBox::YesRole);
+  QPushButton* yes = box.addButton(HostText("Desktop_Yes"), QMessageBox::YesRole);
   QPushButton* no = box.addButton(HostText("Desktop_Cancel"), QMessageBox::RejectRole);
   box.setDefaultButton(no);
   box.setEscapeButton(no);
+  yes->setAutoDefault(false);  // the Enter key is no yes, wherever the focus is
   box.exec();
   return box.clickedButton() == yes ? kConfirmationYes : 0;
 }

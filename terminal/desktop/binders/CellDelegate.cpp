@@ -33,7 +33,7 @@ void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell, bool
   const int end = reach(*cell.FBar);
   const int first = std::min(end, reach(cell.FBarOverload));
   const auto fill = [&](int from, int to, QColor color) {
-    color.setAlpha(kBarAlpha);
+    color.setAlpha(selected ? 255 : kBarAlpha);
     painter.fillRect(QRect(bar.left() + from, bar.top(), to - from, bar.height()), color);
   };
   fill(0, first, cell.FBarColor);
