@@ -18,6 +18,7 @@
 #include "bench/BenchBook.h"
 #include "bench/DesktopPerson.h"
 #include "bench/DesktopStart.h"
+#include "model/AccountInfoConstDef.h"
 #include "terminal/desktop/Dialogs.h"
 #include "terminal/desktop/FirstSettings.h"
 #include "terminal/desktop/LoopPump.h"
@@ -131,6 +132,23 @@ void TellWaits(TMeasuringApplication& application) {
   Tell("all of them, 99th percentile", tell("all of them", all), "ms", kMostWait);
 }
 
+// Every figure that the tree can show, instead of the few of a first start.
+void ChooseAllFigures(TConfigManager& config) {
+  std::string keys;
+  for (const TCatalogueRow& row : GetCatalogue()) {
+    if (IsAccountColumn(row)) keys.append(keys.empty() ? "" : ",").append(row.FKey);
+  }
+  config.WriteString(config.GetUserSection(), "Default_AccountInfoColumn", keys, false);
+}
+
+int CountRows(const QAbstractItemModel& model, const QModelIndex& parent = {}) {
+  const int count = model.rowCount(parent);
+  int all = count;
+  for (int row = 0; row < count; ++row) all += CountRows(model, model.index(row, 0, parent));
+  return all;
+}
+
+// The heaviest that the view can be: all figures, every row open, the grid sorted by a figure that moves.
 void MeasureLoad(TMeasuringApplication& application, std::chrono::seconds time) {
   const QTemporaryDir folder;
   const std::filesystem::path place = folder.path().toStdString();
@@ -144,6 +162,7 @@ void MeasureLoad(TMeasuringApplication& application, std::chrono::seconds time) 
     return std::make_unique<TReferenceHost>(contents, options);
   }();
   WriteFirstSettings(host->Config(), MARGINDESK_SOURCE_DIR "/resources");
+  ChooseAllFigures(host->Config());
   const TLoopPump pump(host->Loop());
   const TDialogs dialogs(*host);
   TPackages packages(*host);
@@ -161,8 +180,14 @@ void MeasureLoad(TMeasuringApplication& application, std::chrono::seconds time) 
   for (auto* view : window.findChildren<QAbstractItemView*>()) {
     if (!view->isVisible() || qobject_cast<QHeaderView*>(view) != nullptr) continue;
     seen.push_back(view);
-    Tell(qobject_cast<QTreeView*>(view) != nullptr ? "rows of the tree's first level" : "rows of the grid",
-         view->model()->rowCount(), "");
+    if (auto* tree = qobject_cast<QTreeView*>(view)) {
+      tree->expandAll();
+    } else {
+      view->model()->sort(view->model()->columnCount() - 1, Qt::DescendingOrder);
+    }
+    std::printf("%s %d\n",
+                qobject_cast<QTreeView*>(view) != nullptr ? "open rows of the tree" : "rows of the grid",
+                CountRows(*view->model()));
   }
 
   const auto measure = [&](const char* cpuLine) {
