@@ -1,12 +1,15 @@
 #include "terminal/desktop/Glyphs.h"
 
 #include <QPainter>
+#include <QStyle>
+
+#include "terminal/desktop/DrawnIcon.h"
 
 namespace margindesk {
 
 namespace {
 
-constexpr int kSize = 16;  // pixels at 100 % scale
+constexpr double kSize = 16;  // of the square that a glyph is drawn in
 
 void DrawLock(QPainter& painter, const QColor& color) {
   painter.drawArc(QRectF(5, 2.5, 6, 8), 0, 180 * 16);
@@ -32,27 +35,23 @@ void DrawGlyph(QPainter& painter, TGlyph glyph, const QColor& color) {
 }  // namespace
 
 QIcon MakeGlyph(TGlyph glyph, const QWidget& widget) {
-  const double ratio = widget.devicePixelRatioF();
-  QPixmap picture(QSize(kSize, kSize) * ratio);
-  picture.setDevicePixelRatio(ratio);
-  picture.fill(Qt::transparent);
   const QColor color = widget.palette().color(QPalette::Active, QPalette::ButtonText);
-  QPainter painter(&picture);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-  DrawGlyph(painter, glyph, color);
-  painter.end();
-  QIcon icon(picture);
-  icon.addPixmap(picture, QIcon::Disabled);  // a lock is read while its box is disabled
-  return icon;
+  return MakeDrawnIcon([glyph, color](QPainter& painter, double side) {
+    painter.scale(side / kSize, side / kSize);
+    painter.setPen(QPen(color, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    DrawGlyph(painter, glyph, color);
+  });
 }
 
 QIcon MakeTintedIcon(const QPixmap& picture, const QWidget& widget) {
-  QPixmap tinted = picture;
+  const int side =
+      static_cast<int>(widget.style()->pixelMetric(QStyle::PM_SmallIconSize) * widget.devicePixelRatioF());
+  QPixmap tinted = picture.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation);
   QPainter painter(&tinted);
   painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
   painter.fillRect(tinted.rect(), widget.palette().color(QPalette::Active, QPalette::ButtonText));
   painter.end();
+  tinted.setDevicePixelRatio(widget.devicePixelRatioF());
   return tinted;
 }
 

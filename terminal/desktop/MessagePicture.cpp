@@ -1,8 +1,8 @@
 #include "terminal/desktop/MessagePicture.h"
 
-#include <QIconEngine>
-#include <QPainter>
 #include <algorithm>
+
+#include "terminal/desktop/DrawnIcon.h"
 
 namespace margindesk {
 
@@ -22,50 +22,31 @@ constexpr TMessagePicture kPictures[] = {
     {QStyle::SP_MessageBoxCritical, 0xffb3261e, u'!', false},
 };
 
-// Draws a picture at whatever size and resolution is asked for.
-class TMessageIcon : public QIconEngine {
- public:
-  explicit TMessageIcon(const TMessagePicture& picture) : FPicture(picture) {}
-
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
-    const QRectF square = QRectF(rect).adjusted(1, 1, -1, -1);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(FPicture.FColor));
-    if (FPicture.FTriangle) {
-      painter->drawPolygon(
-          QPolygonF({{square.center().x(), square.top()}, square.bottomLeft(), square.bottomRight()}));
-    } else {
-      painter->drawEllipse(square);
-    }
-    QFont font = painter->font();
-    font.setPixelSize(static_cast<int>(square.height() * (FPicture.FTriangle ? 0.55 : 0.65)));
-    font.setBold(true);
-    painter->setFont(font);
-    painter->setPen(Qt::white);
-    painter->drawText(square.translated(0, FPicture.FTriangle ? square.height() * 0.15 : 0), Qt::AlignCenter,
-                      QString(QChar(FPicture.FMark)));
+void DrawPicture(QPainter& painter, double side, const TMessagePicture& picture) {
+  const QRectF square(1, 1, side - 2, side - 2);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(picture.FColor));
+  if (picture.FTriangle) {
+    painter.drawPolygon(
+        QPolygonF({{square.center().x(), square.top()}, square.bottomLeft(), square.bottomRight()}));
+  } else {
+    painter.drawEllipse(square);
   }
-
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    QPixmap drawn(size);
-    drawn.fill(Qt::transparent);
-    QPainter painter(&drawn);
-    paint(&painter, QRect(QPoint(), size), mode, state);
-    return drawn;
-  }
-
-  QIconEngine* clone() const override { return new TMessageIcon(*this); }
-
- private:
-  const TMessagePicture& FPicture;
-};
+  QFont font = painter.font();
+  font.setPixelSize(static_cast<int>(side * (picture.FTriangle ? 0.5 : 0.6)));
+  font.setBold(true);
+  painter.setFont(font);
+  painter.setPen(Qt::white);
+  painter.drawText(square.translated(0, picture.FTriangle ? side * 0.15 : 0), Qt::AlignCenter,
+                   QString(QChar(picture.FMark)));
+}
 
 }  // namespace
 
 QIcon MakeMessagePicture(QStyle::StandardPixmap picture) {
   const auto* found = std::ranges::find(kPictures, picture, &TMessagePicture::FPicture);
-  return found == std::end(kPictures) ? QIcon() : QIcon(new TMessageIcon(*found));
+  if (found == std::end(kPictures)) return {};
+  return MakeDrawnIcon([found](QPainter& painter, double side) { DrawPicture(painter, side, *found); });
 }
 
 }  // namespace margindesk

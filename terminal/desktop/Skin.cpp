@@ -50,11 +50,27 @@ constexpr double kFontPoints = 9;
 // region, and a fallback left to chance comes bold. Latin letters and figures keep the system's face.
 constexpr const char* kHanFaces[] = {"Noto Sans CJK SC", "Noto Sans CJK SC", "Noto Sans CJK HK"};
 
+// Pixel sizes that grow with the scale, as the texts beside them do.
+constexpr QStyle::PixelMetric kScaledSizes[] = {
+    QStyle::PM_IndicatorWidth,           QStyle::PM_IndicatorHeight,       QStyle::PM_ExclusiveIndicatorWidth,
+    QStyle::PM_ExclusiveIndicatorHeight, QStyle::PM_SmallIconSize,         QStyle::PM_ButtonIconSize,
+    QStyle::PM_ToolBarIconSize,          QStyle::PM_LineEditIconSize,      QStyle::PM_ScrollBarExtent,
+    QStyle::PM_TreeViewIndentation,      QStyle::PM_HeaderMarkSize,        QStyle::PM_MessageBoxIconSize,
+    QStyle::PM_LayoutHorizontalSpacing,  QStyle::PM_LayoutVerticalSpacing,
+};
+
 // Boxes to type in and to tick have an outline that stands out from the window at 3 to 1 in every skin.
 class TSkinStyle : public QProxyStyle {
  public:
-  explicit TSkinStyle(bool dark)
-      : QProxyStyle(QStringLiteral("Fusion")), FOutline(dark ? kOutlineDark : kOutlineLight) {}
+  TSkinStyle(bool dark, int scalePercent)
+      : QProxyStyle(QStringLiteral("Fusion")),
+        FOutline(dark ? kOutlineDark : kOutlineLight),
+        FScale(scalePercent) {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    const int size = QProxyStyle::pixelMetric(metric, option, widget);
+    return std::ranges::find(kScaledSizes, metric) == std::end(kScaledSizes) ? size : size * FScale / 100;
+  }
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
@@ -85,6 +101,7 @@ class TSkinStyle : public QProxyStyle {
 
  private:
   const QColor FOutline;
+  const int FScale;  // percent
 };
 
 }  // namespace
@@ -96,7 +113,7 @@ void ApplySkin(QApplication& application, const std::string& skin, int scalePerc
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, dark ? kDisabledDark : kDisabledLight);
   }
-  application.setStyle(new TSkinStyle(dark));
+  application.setStyle(new TSkinStyle(dark, scalePercent));
   application.setPalette(palette);
   static const QString latin = QFontInfo(QApplication::font()).family();  // the face behind an alias
   const auto language = static_cast<std::size_t>(TCustomLanguageManager::GetInstance().GetLanguageIndex());

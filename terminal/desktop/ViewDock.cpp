@@ -101,7 +101,8 @@ void TViewDock::UpdateButtons() {
 
 void TViewDock::changeEvent(QEvent* event) {
   QDockWidget::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange && FTitle != nullptr) Update();
+  const bool look = event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
+  if (look && FTitle != nullptr) Update();
 }
 
 void TViewDock::closeEvent(QCloseEvent* event) {

@@ -103,6 +103,7 @@ void TGridBinder::Refresh() {
 bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FView && event->type() == QEvent::FontChange) {
     ShowRowHeight();
+    ShowColumns();
   } else if (watched == FView.viewport() && event->type() == QEvent::Resize) {
     ShareWidth();
   }
