@@ -66,7 +66,7 @@ QColor TextOn(const QColor& background) {
 
 void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
-  const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
+  const auto* cell = index.data(kShownCellRole).value<const TShownCell*>();
   const bool selected = option.state.testFlag(QStyle::State_Selected);
   if (selected) painter->fillRect(option.rect, option.palette.brush(QPalette::Highlight));
   if (cell == nullptr) return;
@@ -105,7 +105,7 @@ bool TCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 }
 
 QSize TCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
-  const auto* cell = reinterpret_cast<const TShownCell*>(index.data(kShownCellRole).toULongLong());
+  const auto* cell = index.data(kShownCellRole).value<const TShownCell*>();
   const int width = cell == nullptr ? 0 : FTexts.GetWidth(cell->FText, option.font);
   const int button = cell == nullptr || cell->FButton == TCellButton::None ? 0 : kCellButtonWidth;
   return {width + button + 2 * kPadding + kMarkWidth, FRowHeight};

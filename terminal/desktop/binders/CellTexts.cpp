@@ -17,7 +17,7 @@ const QStaticText& TCellTexts::LayOut(const QString& text, const QFont& font, co
   laidOut->setTextFormat(Qt::PlainText);
   laidOut->prepare(transform, font);
   FTexts.insert(text, laidOut);
-  return *laidOut;
+  return *FTexts.object(text);
 }
 
 void TCellTexts::Draw(QPainter& painter, const QRect& place, Qt::Alignment alignment, const QString& text,

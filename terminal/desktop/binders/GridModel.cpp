@@ -126,7 +126,7 @@ QVariant TGridModel::data(const QModelIndex& index, int role) const {
   if (hint && !cell.FHint.isEmpty()) return cell.FHint;
   if (role == Qt::ToolTipRole) return {};
   if (role != kShownCellRole) return cell.FText;
-  return QVariant::fromValue(reinterpret_cast<quint64>(&cell));
+  return QVariant::fromValue(&cell);
 }
 
 QVariant TGridModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -69,7 +69,7 @@ void TTreeBinder::Refresh() {
 
 void TTreeBinder::ShowExpanded() {
   const bool before = std::exchange(FRefreshing, true);
-  for (const TVirtualTreeNode* node : FModel.GetNodes()) {
+  for (const TVirtualTreeNode* node : FTree.GetNodes()) {
     if (!node->HasChildren()) continue;
     const QModelIndex index = FModel.GetIndex(*node, 0);
     const bool expanded = FTree.IsExpanded(*node);

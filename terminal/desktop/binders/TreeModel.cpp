@@ -56,13 +56,14 @@ TShownCell TTreeModel::ReadCell(const TVirtualTreeNode& node, const TTreeColumn&
 }
 
 std::vector<TTreeModel::TRow> TTreeModel::ReadRows() const {
+  const auto& nodes = FTree.GetNodes();
   std::unordered_map<const TVirtualTreeNode*, int> places;
   const auto& shown = FTree.GetShownNodes();
   const std::unordered_set<const TVirtualTreeNode*> open(shown.begin(), shown.end());
-  std::vector<TRow> rows(FNodes.size());
+  std::vector<TRow> rows(nodes.size());
   int roots = 0;
-  for (std::size_t i = 0; i < FNodes.size(); ++i) {
-    const TVirtualTreeNode& node = *FNodes[i];
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const TVirtualTreeNode& node = *nodes[i];
     places[&node] = static_cast<int>(i);
     TRow& row = rows[i];
     if (node.GetParent() == nullptr) {
@@ -80,7 +81,6 @@ std::vector<TTreeModel::TRow> TTreeModel::ReadRows() const {
 }
 
 bool TTreeModel::Refresh() {
-  FNodes = FTree.GetNodes();
   std::vector<QString> headers = ReadHeaders(FTree);
   std::vector<TRow> rows = ReadRows();
   const bool sameRows =
@@ -116,13 +116,16 @@ bool TTreeModel::Refresh() {
 }
 
 const TVirtualTreeNode* TTreeModel::GetNode(const QModelIndex& index) const {
-  return index.isValid() ? FNodes[static_cast<std::size_t>(RowOf(index))] : nullptr;
+  const auto& nodes = FTree.GetNodes();
+  if (!index.isValid() || nodes.size() != FRows.size()) return nullptr;
+  return nodes[static_cast<std::size_t>(RowOf(index))];
 }
 
 QModelIndex TTreeModel::GetIndex(const TVirtualTreeNode& node, int column) const {
-  const auto found = std::ranges::find(FNodes, &node);
-  if (found == FNodes.end()) return {};
-  const auto row = static_cast<std::size_t>(found - FNodes.begin());
+  const auto& nodes = FTree.GetNodes();
+  const auto found = std::ranges::find(nodes, &node);
+  if (found == nodes.end() || nodes.size() != FRows.size()) return {};
+  const auto row = static_cast<std::size_t>(found - nodes.begin());
   return createIndex(FRows[row].FPlace, column, static_cast<quintptr>(row));
 }
 
@@ -157,7 +160,7 @@ QVariant TTreeModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
       return cell.FText;
     case kShownCellRole:
-      return QVariant::fromValue(reinterpret_cast<quint64>(&cell));
+      return QVariant::fromValue(&cell);
     default:
       return {};
   }

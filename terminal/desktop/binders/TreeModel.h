@@ -28,7 +28,7 @@ struct TShownCell {
   friend bool operator==(const TShownCell&, const TShownCell&) = default;
 };
 
-// The role under which a model hands out a const TShownCell* in a quint64; what a delegate paints.
+// The role under which a model hands out a const TShownCell*, which a delegate paints at once.
 inline constexpr int kShownCellRole = Qt::UserRole + 1;
 
 // The rows of a tree as an item model. It holds what every open row shows; Refresh compares with the tree
@@ -40,10 +40,10 @@ class TTreeModel : public QAbstractItemModel {
   // Answers whether the rows are others than before: the view then has to take their open state anew.
   bool Refresh();
 
+  // The tree builds its rows anew at every change, sooner than the model is refreshed: a row is told by its
+  // place. Null, or an index that is not valid, where rows came or went meanwhile.
   const TVirtualTreeNode* GetNode(const QModelIndex& index) const;
   QModelIndex GetIndex(const TVirtualTreeNode& node, int column) const;
-  // Of all rows, in their order.
-  const std::vector<const TVirtualTreeNode*>& GetNodes() const noexcept { return FNodes; }
 
   QModelIndex index(int row, int column, const QModelIndex& parent) const override;
   QModelIndex parent(const QModelIndex& child) const override;
@@ -69,7 +69,6 @@ class TTreeModel : public QAbstractItemModel {
   int RowOf(const QModelIndex& index) const { return static_cast<int>(index.internalId()); }
 
   TVirtualTree& FTree;
-  std::vector<const TVirtualTreeNode*> FNodes;
   std::vector<TRow> FRows;
   std::vector<int> FRoots;
   std::vector<QString> FHeaders;
