@@ -1,6 +1,8 @@
 // A person at a tree, and how much of it one changed figure touches.
+#include <QHelpEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -58,6 +60,30 @@ TEST_F(TreeBinder, OpeningARowReachesTheTreeAndWhatTheProgramOpensIsShown) {
   EXPECT_TRUE(FView.isExpanded(FView.model()->index(1, 0)));
   QTest::keyClick(&FView, Qt::Key_Left);
   EXPECT_FALSE(FFigures.FTree.IsExpanded(*nodes[0]));
+}
+
+struct THovered {
+  void Over(std::int32_t x, std::int32_t y) { FNode = FTree.HitTest({x, y}).FNode; }
+  TVirtualTree& FTree;
+  const TVirtualTreeNode* FNode = nullptr;
+};
+
+TEST_F(TreeBinder, AHintIsAskedForWithTheMouseAndTheKeyboardAndOutlivesTheViewsOwn) {
+  THovered hovered{FFigures.FTree};
+  FFigures.FTree.SetOnMouseMove(MakeEvent<&THovered::Over>(&hovered));
+  const auto& nodes = FFigures.FTree.GetNodes();
+  const QPoint third = FView.visualRect(FView.model()->index(2, 0)).center();
+  QTest::mouseMove(FView.viewport(), third);
+  EXPECT_EQ(hovered.FNode, nodes[2 * (TFigureRows::kCurrencies + 1)]);
+  FView.setCurrentIndex(FView.model()->index(1, 1));
+  QTest::keyClick(&FView, Qt::Key_F1, Qt::ShiftModifier);
+  EXPECT_EQ(hovered.FNode, nodes[TFigureRows::kCurrencies + 1]);
+  QToolTip::showText(FView.mapToGlobal(third), "what the form tells", &FView);
+  QHelpEvent help(QEvent::ToolTip, third, FView.viewport()->mapToGlobal(third));
+  QApplication::sendEvent(FView.viewport(), &help);
+  EXPECT_EQ(QToolTip::text(), "what the form tells");
+  QTest::qWait(500);  // longer than a hint takes to go
+  EXPECT_TRUE(QToolTip::isVisible());
 }
 
 TEST_F(TreeBinder, WhatIsShownIsExportedRowByRowInTheFormThatSpreadsheetsRead) {

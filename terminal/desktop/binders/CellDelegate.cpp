@@ -100,7 +100,9 @@ bool TCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
   const QString hint = index.data(Qt::ToolTipRole).toString();
   const QString text = index.data(Qt::DisplayRole).toString();
   const bool cut = sizeHint(option, index).width() > option.rect.width();
-  QToolTip::showText(event->globalPos(), !hint.isEmpty() ? hint : cut ? text : QString(), view, option.rect);
+  const QString& shown = hint.isEmpty() && cut ? text : hint;
+  // Nothing to tell is no reason to take a hint away that the view itself shows.
+  if (!shown.isEmpty()) QToolTip::showText(event->globalPos(), shown, view, option.rect);
   return true;
 }
 

@@ -25,6 +25,7 @@ QString MakeHintText(const THintStyleController& hints) {
   return QStringLiteral("<table width='%1'><tr><td>%2</td></tr></table>").arg(kWidestHint).arg(text);
 }
 
+constexpr int kBeside = 14;  // pixels right of the pointer, which goes on to the next row below
 constexpr int kWithoutEnd = 24 * 60 * 60 * 1000;  // milliseconds; the view hides the hint itself
 
 }  // namespace
@@ -42,7 +43,7 @@ void THintBinder::HintUpdated() {
     return;
   }
   const TPoint point = FHints.GetPoint();
-  QToolTip::showText(QPoint(point.FX, point.FY), MakeHintText(FHints), &FForm, {}, kWithoutEnd);
+  QToolTip::showText(QPoint(point.FX + kBeside, point.FY), MakeHintText(FHints), &FForm, {}, kWithoutEnd);
 }
 
 }  // namespace margindesk

@@ -105,8 +105,17 @@ void TTreeBinder::MouseMoved(QPoint position) {
   FTree.MouseMove(point);
 }
 
+void TTreeBinder::KeyPressed(const QKeyEvent& key) {
+  FTree.MouseLeave();
+  const QModelIndex current = FView.currentIndex();
+  if (!key.matches(QKeySequence::WhatsThis) || !current.isValid()) return;
+  FView.scrollTo(current);
+  MouseMoved(FView.visualRect(current.siblingAtColumn(0)).center());
+}
+
 bool TTreeBinder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FView) {
+    if (event->type() == QEvent::KeyPress) KeyPressed(static_cast<const QKeyEvent&>(*event));
     if (event->type() == QEvent::FontChange) {
       // Once the view has taken the font itself.
       QTimer::singleShot(0, this, [this] {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QTimer>
 #include <QTreeView>
 
@@ -10,7 +11,8 @@
 namespace margindesk {
 
 // Shows a tree. Changes of the tree are shown together, twenty times a second at most; the person's opening
-// and closing of rows is shown at once. It and the mouse over cells reach the tree.
+// and closing of rows is shown at once. It and the mouse over cells reach the tree; Shift+F1 stands for the
+// mouse over the current row, so that its hint can be read.
 class TTreeBinder : public QObject {
  public:
   TTreeBinder(TVirtualTree& tree, QTreeView& view);
@@ -24,6 +26,7 @@ class TTreeBinder : public QObject {
   void ShowExpanded();
   void FitColumns();
   void MouseMoved(QPoint position);
+  void KeyPressed(const QKeyEvent& key);
 
   TVirtualTree& FTree;
   QTreeView& FView;
