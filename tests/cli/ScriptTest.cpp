@@ -195,7 +195,7 @@ class TBlankOrder final : public TCustomDataControl {
   bool GetColValue(std::int32_t /*column*/, const void*& /*value*/) override { return false; }
 
  private:
-  const TColumnList FColumns;
+  const TColumnList FColumns{};
 };
 
 TEST_F(Script, AnswersDialogsOnceEachInTheOrderPreparedAndNoAfterThat) {

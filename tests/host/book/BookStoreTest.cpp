@@ -48,7 +48,7 @@ TEST_F(BookStore, OnlyABookOfAKnownVersionIsOpened) {
   const TBookTexts before = ReadBookTexts(other.parent_path());
   for (const auto& [name, mode, reason] : cases) {
     const auto file = other.parent_path() / name;
-    EXPECT_EQ(Refusal([&] { TBook(file, mode); }), file.string() + ": " + reason);
+    EXPECT_EQ(Refusal([&, mode = mode] { TBook(file, mode); }), file.string() + ": " + reason);
   }
   EXPECT_EQ(ReadBookTexts(other.parent_path()), before);
 }
@@ -97,7 +97,7 @@ TEST_F(BookStore, AChangeThatBreaksARuleIsRefusedWhole) {
       {{Price("90001", 30).SetText(1, "30")}, "prices:last: a value of another kind"},
   };
   for (const auto& [rows, reason] : cases)
-    EXPECT_EQ(Refusal([&] { book.Upsert(rows); }), FFile.string() + ": " + reason);
+    EXPECT_EQ(Refusal([&, rows = rows] { book.Upsert(rows); }), FFile.string() + ": " + reason);
   EXPECT_EQ(ExportedTexts(book), SmallBookTexts());
 }
 

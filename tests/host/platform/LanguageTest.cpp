@@ -59,7 +59,7 @@ TEST(LanguageFile, RefusesABadFileWholeAndNamesTheLine) {
            {"[A", "1: a section header ends with its first ']'"},
            {"[A]\nk=v\n;\xAE\x69\n", "3: not UTF-8"},
            {"[A]\nk=\\t", "2: an unknown escape; only \\n, \\s and \\\\ are known"}}) {
-    EXPECT_EQ(RefusalOf([&] { TLanguageFile::Parse(text, "X.ini"); }), "X.ini:" + reason);
+    EXPECT_EQ(RefusalOf([&, text = text] { TLanguageFile::Parse(text, "X.ini"); }), "X.ini:" + reason);
   }
 }
 
