@@ -42,7 +42,7 @@ class HostViews : public testing::Test {
       all += dock->windowTitle() + u'\n';
       for (const auto* label : dock->findChildren<QLabel*>()) all += label->text() + u'\n';
     }
-    return all;
+    return all.replace(QChar::Nbsp, u' ').remove(QChar(0x2060));  // as it reads
   }
 
   void AskForPage(const char* account, std::int32_t mode) {

@@ -134,7 +134,11 @@ QVariant TGridModel::headerData(int section, Qt::Orientation orientation, int ro
   const TGridColumn& column = GetColumn(section);
   if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(column.FCaption);
   if (role == Qt::TextAlignmentRole) {
-    return static_cast<int>(Qt::AlignVCenter | (column.FNumeric ? Qt::AlignRight : Qt::AlignLeft));
+    // Over what stands below: some columns hold their figures as texts.
+    const bool right =
+        column.FNumeric ||
+        (rowCount() > 0 && HeldRow(0)[static_cast<std::size_t>(section)].FAlignment.testFlag(Qt::AlignRight));
+    return static_cast<int>(Qt::AlignVCenter | (right ? Qt::AlignRight : Qt::AlignLeft));
   }
   return {};
 }

@@ -17,6 +17,13 @@ std::chrono::sys_days GetToday() {
   return std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now());
 }
 
+// A caption and its value, which no line end comes between, not even after a hyphen or a minus sign.
+QString MakeFact(const char* key, const QString& value) {
+  constexpr QChar kJoiner(0x2060);
+  QString text = HostText(key) + QStringLiteral(": ") + value;
+  return text.replace(u' ', QChar::Nbsp).replace(QStringLiteral("-"), QString(u'-') + kJoiner);
+}
+
 }  // namespace
 
 TPayOffDock::TPayOffDock(THostData& hostData, TCode account, std::string key, QWidget* parent)
@@ -122,17 +129,13 @@ void TPayOffDock::ShowFigures(const TPayOffCase& payOff, const TPayOffFigures& f
     breakEvens << ShowFigure(spot, kFormatPrice, payOff.FUnderlying);
   }
   const QString gap = QStringLiteral("     ");
-  const auto line = [](const char* key, const QString& value) {
-    return HostText(key) + QStringLiteral(": ") + value;
-  };
-  FFigures->setText(
-      line("Desktop_MaxProfit", limit(figures.FHighest)) + gap +
-      line("Desktop_MaxLoss", limit(figures.FLowest)) + gap +
-      line("Desktop_BreakEven",
-           breakEvens.isEmpty() ? QStringLiteral("–") : breakEvens.join(QStringLiteral("; "))) +
-      gap +
-      line("Desktop_Today", ShowAmount(ReckonPayOffNow(payOff.FLegs, payOff.FSpot, payOff.FVolatility)) +
-                                u' ' + ToQt(payOff.FCurrency.Text())));
+  const QString now = ShowAmount(ReckonPayOffNow(payOff.FLegs, payOff.FSpot, payOff.FVolatility));
+  FFigures->setText(MakeFact("Desktop_MaxProfit", limit(figures.FHighest)) + gap +
+                    MakeFact("Desktop_MaxLoss", limit(figures.FLowest)) + gap +
+                    MakeFact("Desktop_BreakEven", breakEvens.isEmpty()
+                                                      ? QStringLiteral("–")
+                                                      : breakEvens.join(QStringLiteral("; "))) +
+                    gap + MakeFact("Desktop_Today", now + u' ' + ToQt(payOff.FCurrency.Text())));
   const char* source = FOwnVolatility    ? "Desktop_VolatilityOwn"
                        : payOff.FImplied ? "Desktop_VolatilityImplied"
                                          : "Desktop_VolatilityAssumed";
