@@ -86,5 +86,23 @@ TEST(PaintCost, AFullTreeAndOneChangedCell) {
   EXPECT_EQ(changes.count(), kRuns);
 }
 
+TEST(PaintCost, AColumnForEveryCurrency) {
+  const TTestHost host;
+  const TTerminalLook look;
+  TFigureTree figures;
+  std::vector<TTreeColumn> columns = figures.FTree.GetColumns();
+  columns.resize(1 + TFigureRows::kCurrencies, columns.back());
+  figures.FTree.SetColumns(columns);
+  QTreeView view;
+  new TTreeBinder(figures.FTree, view);
+  view.resize(1600, TFigureRows::kFigures * 18 + 40);
+  view.show();
+  QTest::qWait(100);
+  const QRect last =
+      view.visualRect(view.model()->index(TFigureRows::kFigures - 1, TFigureRows::kCurrencies));
+  ASSERT_TRUE(view.viewport()->rect().contains(last.topLeft()));
+  Report("full repaint, 58 rows by 12 currencies", Measure([&](int) { view.viewport()->repaint(); }), 6);
+}
+
 }  // namespace
 }  // namespace margindesk
