@@ -96,6 +96,9 @@ TPayOffFigures ReckonPayOffFigures(const TPayOffLegs& legs) {
   if (slope != 0 && (before < 0) == (slope > 0)) {
     figures.FBreakEvens.push_back(knots.back() - before / slope);
   }
+  // Where the pay-off touches zero from below it does not cross it twice.
+  auto& points = figures.FBreakEvens;
+  points.erase(std::unique(points.begin(), points.end()), points.end());
   if (slope <= 0) figures.FHighest = highest;
   if (slope >= 0) figures.FLowest = lowest;
   return figures;

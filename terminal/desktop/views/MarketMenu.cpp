@@ -3,8 +3,8 @@
 #include <QActionGroup>
 #include <QFile>
 #include <QFileDialog>
-#include <QMessageBox>
 
+#include "model/contract/MessageBoxCtrl.h"
 #include "terminal/desktop/HostText.h"
 
 namespace margindesk {
@@ -65,7 +65,7 @@ void TMarketMenu::ChooseFile(QWidget* parent) {
                                                     QStringLiteral("CSV (*.csv)"));
   if (name.isEmpty()) return;
   const auto refuse = [&](const QString& reason) {
-    QMessageBox::warning(parent->window(), HostText("Desktop_Market"), name + u'\n' + reason);
+    TCustomMessageBoxCtrl::GetInstance().ShowMessage(FromQt(name + u'\n' + reason));
   };
   QFile file(name);
   if (!file.open(QIODevice::ReadOnly)) return refuse(file.errorString());

@@ -28,6 +28,8 @@ TEST(PayOff, AShortStraddleBreaksEvenTwiceAndCanLoseWithoutLimit) {
   EXPECT_THAT(figures.FBreakEvens, ElementsAre(DoubleNear(91, 1e-9), DoubleNear(109, 1e-9)));
   EXPECT_DOUBLE_EQ(figures.FHighest.value(), 90);
   EXPECT_FALSE(figures.FLowest.has_value());
+  const TPayOffFigures touching = ReckonPayOffFigures({{1, 1, 10, 'C', 100, 0}, {-2, 1, 0, 'C', 110, 0}});
+  EXPECT_THAT(touching.FBreakEvens, ElementsAre(110)) << "once, though it comes from below and goes back";
 }
 
 TEST(PayOff, AStockUnderAShortCallLosesDownToNothingAndEarnsUpToTheStrike) {
