@@ -128,8 +128,7 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
   const TDialogs dialogs(host);
   TPackages packages(host);
   if (!options.FLanguageGiven) RestoreLanguage(host);
-  const int scale = std::max(host.Config().ReadInteger(kPlatformSection, kScaleKey), 100);
-  ApplySkin(application, TCustomLookAndFeelService::GetInstance().GetSkinName(), scale);
+  ApplySkin(application, TCustomLookAndFeelService::GetInstance().GetSkinName(), ReadScale(host.Config()));
   const QString missing =
       LoadPackageSafely(packages, terminal.FEnvironment, TStartMark(config.parent_path() / "loading-package"),
                         options.FSkipPackage);

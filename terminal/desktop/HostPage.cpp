@@ -35,6 +35,10 @@ const TLanguageName kLanguageNames[3] = {{kLanguageEnglish, "English"},
                                          {kLanguageSimplifiedChinese, "简体中文"},
                                          {kLanguageTraditionalChinese, "繁體中文"}};
 
+int ReadScale(const TCustomConfigManager& config) {
+  return FindScaleStep(config.ReadInteger(kPlatformSection, kScaleKey));
+}
+
 THostPage::THostPage(TConfigManager& config, QWidget* parent)
     : QWidget(parent),
       FConfig(config),
@@ -80,7 +84,7 @@ void THostPage::Load() {
   const std::string user = FConfig.GetUserSection();
   Select(*FLanguage, TCustomLanguageManager::GetInstance().GetLanguageIndex());
   Select(*FSkin, ToQt(FConfig.ReadString(user, kSkinKey)));
-  Select(*FScale, FConfig.ReadInteger(kPlatformSection, kScaleKey));
+  Select(*FScale, ReadScale(FConfig));
   FConfirm->setChecked(FConfig.ReadBool(user, kConfirmKey));
   UpdateSamples();
 }

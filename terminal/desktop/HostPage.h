@@ -15,6 +15,9 @@ inline constexpr std::string_view kScaleKey = "ScaleSize";           // percent,
 inline constexpr std::string_view kSkinKey = "SkinName";             // in the user's section
 inline constexpr std::string_view kLanguageKey = "DesktopLanguage";  // its index, in the user's section
 
+// The scale that is set, as the step at or above it.
+int ReadScale(const TCustomConfigManager& config);
+
 // A language with its name in the language itself.
 struct TLanguageName {
   std::int32_t FIndex;

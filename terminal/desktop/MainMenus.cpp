@@ -115,7 +115,7 @@ void TMainWindow::AddViewMenu() {
   }
   QMenu* scale = menu->addMenu(HostText("Desktop_Scale"));
   for (const int percent : kScaleSteps) {
-    const bool chosen = percent == std::max(config.ReadInteger(kPlatformSection, kScaleKey), 100);
+    const bool chosen = percent == ReadScale(config);
     addChoice(*scale, QStringLiteral("%1 %").arg(percent), chosen, [this, &config, percent] {
       config.WriteString(kPlatformSection, kScaleKey, std::to_string(percent), true);
       ApplyLook();

@@ -174,8 +174,7 @@ void TMainWindow::SetLanguage(std::int32_t index) {
 }
 
 void TMainWindow::ApplyLook() {
-  const int scale = std::max(FHost.Config().ReadInteger(kPlatformSection, kScaleKey), 100);
-  ApplySkin(*qApp, TCustomLookAndFeelService::GetInstance().GetSkinName(), scale);
+  ApplySkin(*qApp, TCustomLookAndFeelService::GetInstance().GetSkinName(), ReadScale(FHost.Config()));
 }
 
 // --- workspaces

@@ -59,6 +59,8 @@ constexpr QStyle::PixelMetric kScaledSizes[] = {
     QStyle::PM_LayoutHorizontalSpacing,  QStyle::PM_LayoutVerticalSpacing,
 };
 
+int appliedScale = 100;  // percent
+
 // Boxes to type in and to tick have an outline that stands out from the window at 3 to 1 in every skin.
 class TSkinStyle : public QProxyStyle {
  public:
@@ -106,6 +108,15 @@ class TSkinStyle : public QProxyStyle {
 
 }  // namespace
 
+int FindScaleStep(int percent) {
+  const auto* step = std::ranges::lower_bound(kScaleSteps, percent);
+  return step == std::end(kScaleSteps) ? *std::prev(step) : *step;
+}
+
+int Scaled(int pixels) { return qRound(pixels * appliedScale / 100.0); }
+
+int Unscaled(int pixels) { return qRound(pixels * 100.0 / appliedScale); }
+
 void ApplySkin(QApplication& application, const std::string& skin, int scalePercent) {
   const bool dark = skin == "Dark";
   QPalette palette;
@@ -113,6 +124,7 @@ void ApplySkin(QApplication& application, const std::string& skin, int scalePerc
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
     palette.setColor(QPalette::Disabled, role, dark ? kDisabledDark : kDisabledLight);
   }
+  appliedScale = scalePercent;
   application.setStyle(new TSkinStyle(dark, scalePercent));
   application.setPalette(palette);
   static const QString latin = QFontInfo(QApplication::font()).family();  // the face behind an alias

@@ -4,9 +4,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 
+#include "terminal/desktop/FormScroll.h"
 #include "terminal/desktop/Glyphs.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Picture.h"
+#include "terminal/desktop/Skin.h"
 #include "terminal/desktop/Text.h"
 #include "terminal/desktop/binders/BinderFactory.h"
 
@@ -14,14 +16,8 @@ namespace margindesk {
 
 namespace {
 
-constexpr int kMargin = 6;  // pixels around the form
-
-QWidget* MakeForm(TFrame& frame, QWidget* parent) {
-  QWidget* form = CreateFormWidget(frame, parent);
-  form->setObjectName(QStringLiteral("ViewForm"));
-  form->layout()->setContentsMargins(kMargin, 0, kMargin, kMargin);
-  return form;
-}
+constexpr int kMargin = 6;       // pixels around the form at 100 % scale
+constexpr int kTitleMargin = 3;  // around the buttons of the title bar
 
 }  // namespace
 
@@ -30,20 +26,23 @@ TViewDock::TViewDock(TOpenViews& views, const TOpenView& view, QWidget* parent, 
       FViews(views),
       FHandle(view.FHandle),
       FClose(std::move(closeView)),
-      FSimulation(*view.FFrame, *MakeForm(*view.FFrame, this)) {
+      FForm(CreateFormWidget(*view.FFrame, this)),
+      FSimulation(*view.FFrame, *FForm) {
   setObjectName(QStringLiteral("view%1").arg(FHandle));
   setAllowedAreas(Qt::AllDockWidgetAreas);
-  setWidget(findChild<QWidget*>(QStringLiteral("ViewForm")));
+  setWidget(new TFormScroll(FForm, this));
 
   FTitle = new QWidget(this);
   auto* row = new QHBoxLayout(FTitle);
-  row->setContentsMargins(kMargin, 3, 3, 3);
   FCaption = new QLabel(FTitle);
   QFont bold = FCaption->font();
   bold.setBold(true);
   FCaption->setFont(bold);
   row->addWidget(FCaption, 1);
   FButtons = new QWidget(FTitle);
+  auto* buttons = new QHBoxLayout(FButtons);
+  buttons->setContentsMargins(0, 0, 0, 0);
+  buttons->setSpacing(0);
   row->addWidget(FButtons);
   FCloseButton = new QToolButton(FTitle);
   FCloseButton->setAutoRaise(true);
@@ -62,41 +61,52 @@ void TViewDock::Update() {
   FCloseButton->setIcon(MakeGlyph(TGlyph::Cross, *this));
   FCloseButton->setToolTip(HostText("Desktop_Close"));
   FCloseButton->setAccessibleName(FCloseButton->toolTip());
+  UpdateMargins();
   UpdateButtons();
 }
 
+void TViewDock::UpdateMargins() {
+  const int margin = Scaled(kMargin);
+  const int title = Scaled(kTitleMargin);
+  FForm->layout()->setContentsMargins(margin, 0, margin, margin);
+  FTitle->layout()->setContentsMargins(margin, title, title, title);
+}
+
+// Buttons stay the same objects, so that one that is held down or has the focus keeps it.
 void TViewDock::UpdateButtons() {
   TIBaseView* plugin = FViews.FindPlugin(FHandle);
-  std::vector<TCaptionButton*> buttons;
+  std::vector<TCaptionButton*> models;
   const TImageList* images = nullptr;
-  plugin->GetViewCaptionButtons(FHandle, buttons);
+  plugin->GetViewCaptionButtons(FHandle, models);
   plugin->GetViewCaptionButtonImageList(FHandle, images);
-  delete FButtons->layout();
-  qDeleteAll(FButtons->findChildren<QToolButton*>());
-  auto* row = new QHBoxLayout(FButtons);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(0);
-  for (std::size_t i = 0; i < buttons.size(); ++i) {
-    const TCaptionButton& model = *buttons[i];
-    if (!model.FVisible) continue;
-    auto* button = new QToolButton(FButtons);
-    button->setAutoRaise(true);
-    button->setCheckable(model.FDown != 0);
-    button->setChecked(model.FDown != 0);
-    const TBitmap* image = images == nullptr ? nullptr : images->GetImage(model.FImageIndex);
-    if (image != nullptr) button->setIcon(MakeTintedIcon(MakePixmap(*image), *this));
-    button->setToolTip(ToQt(model.FHint));
-    button->setAccessibleName(button->toolTip());
-    const auto index = static_cast<std::int32_t>(i);
-    // The click may close the view, and the dock with it.
-    QObject::connect(
-        button, &QToolButton::clicked, this,
-        [&views = FViews, handle = FHandle, index] {
-          if (TIBaseView* owner = views.FindPlugin(handle)) owner->HandleCaptionButtonClick(handle, index);
-        },
-        Qt::QueuedConnection);
-    row->addWidget(button);
+  while (FCaptionButtons.size() < models.size()) AddButton();
+  for (std::size_t i = 0; i < FCaptionButtons.size(); ++i) {
+    QToolButton& button = *FCaptionButtons[i];
+    const TCaptionButton* model = i < models.size() ? models[i] : nullptr;
+    button.setVisible(model != nullptr && model->FVisible);
+    if (model == nullptr) continue;
+    button.setCheckable(model->FDown != 0);
+    button.setChecked(model->FDown != 0);
+    const TBitmap* image = images == nullptr ? nullptr : images->GetImage(model->FImageIndex);
+    button.setIcon(image == nullptr ? QIcon() : MakeTintedIcon(MakePixmap(*image), *this));
+    button.setToolTip(ToQt(model->FHint));
+    button.setAccessibleName(button.toolTip());
   }
+}
+
+void TViewDock::AddButton() {
+  auto* button = new QToolButton(FButtons);
+  button->setAutoRaise(true);
+  const auto index = static_cast<std::int32_t>(FCaptionButtons.size());
+  // The click may close the view, and the dock with it.
+  QObject::connect(
+      button, &QToolButton::clicked, this,
+      [&views = FViews, handle = FHandle, index] {
+        if (TIBaseView* owner = views.FindPlugin(handle)) owner->HandleCaptionButtonClick(handle, index);
+      },
+      Qt::QueuedConnection);
+  FButtons->layout()->addWidget(button);
+  FCaptionButtons.push_back(button);
 }
 
 void TViewDock::changeEvent(QEvent* event) {

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QToolButton>
 #include <functional>
+#include <vector>
 
 #include "host/services/OpenViews.h"
 #include "terminal/desktop/SimulationWatch.h"
@@ -30,14 +31,18 @@ class TViewDock : public QDockWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  void UpdateMargins();
   void UpdateButtons();
+  void AddButton();
 
   TOpenViews& FViews;
   const TViewHandle FHandle;
   const TClose FClose;
+  QWidget* const FForm;
   TSimulationWatch FSimulation;
   QWidget* FTitle = nullptr;
   QWidget* FButtons = nullptr;
+  std::vector<QToolButton*> FCaptionButtons;  // by their place among the view's, made when first there
   QLabel* FCaption = nullptr;
   QToolButton* FCloseButton = nullptr;
 };

@@ -6,12 +6,15 @@
 #include <cmath>
 #include <utility>
 
+#include "terminal/desktop/Skin.h"
+
 namespace margindesk {
 
 namespace {
 
 constexpr std::chrono::milliseconds kFrame{50};
-constexpr int kRowHeight = 22;       // pixels, at least
+// In pixels at 100 % scale, as the widths of the model's columns are.
+constexpr int kRowHeight = 22;       // at least
 constexpr int kRowPadding = 8;       // above and below a text together
 constexpr int kLeastWidth = 30;      // of a column that names none
 constexpr int kMostFitted = 160;     // that a column widens by itself so that no text is cut
@@ -111,7 +114,7 @@ bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void TGridBinder::ShowRowHeight() {
-  const int height = std::max(kRowHeight, FView.fontMetrics().height() + kRowPadding);
+  const int height = std::max(Scaled(kRowHeight), FView.fontMetrics().height() + Scaled(kRowPadding));
   FView.verticalHeader()->setMinimumSectionSize(height);
   FView.verticalHeader()->setDefaultSectionSize(height);
   FDelegate.SetRowHeight(height);
@@ -120,10 +123,11 @@ void TGridBinder::ShowRowHeight() {
 int TGridBinder::GetLeastWidth(int section) const {
   const TGridColumn& column = FModel.GetColumn(section);
   const int button = column.FAllowEditing && column.FShowEditButtons ? kCellButtonWidth : 0;
-  return std::max(
-      {column.FMinWidth, kLeastWidth, static_cast<int>(column.FWidth * kLeastPart),
-       FView.horizontalHeader()->sectionSizeHint(section) + button,
-       std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section), kMostFitted)});
+  return std::max({Scaled(column.FMinWidth), Scaled(kLeastWidth),
+                   static_cast<int>(Scaled(column.FWidth) * kLeastPart),
+                   FView.horizontalHeader()->sectionSizeHint(section) + button,
+                   std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section),
+                            Scaled(kMostFitted))});
 }
 
 bool TGridBinder::IsSized(const TGridColumn& column) const {
@@ -142,9 +146,9 @@ void TGridBinder::ShareWidth() {
   std::vector<int> widths(static_cast<std::size_t>(count));  // of those that do not share; else 0
   for (int i = 0; i < count; ++i) {
     const TGridColumn& column = FModel.GetColumn(i);
-    if (IsSized(column)) widths[static_cast<std::size_t>(i)] = std::max(column.FWidth, kLeastWidth);
+    if (IsSized(column)) widths[static_cast<std::size_t>(i)] = Scaled(std::max(column.FWidth, kLeastWidth));
   }
-  const auto wanted = [this](int i) { return std::max(FModel.GetColumn(i).FWidth, kLeastWidth); };
+  const auto wanted = [this](int i) { return Scaled(std::max(FModel.GetColumn(i).FWidth, kLeastWidth)); };
   double part = 0;
   for (bool again = true; again;) {
     again = false;
@@ -182,7 +186,8 @@ void TGridBinder::ShowColumns() {
     const TGridColumn& column = FModel.GetColumn(i);
     header->moveSection(header->visualIndex(i), i);
     // A width that the person chose stands as it is; any other grows with what it is to show.
-    header->resizeSection(i, IsSized(column) ? column.FWidth : std::max(column.FWidth, GetLeastWidth(i)));
+    const int width = Scaled(column.FWidth);
+    header->resizeSection(i, IsSized(column) ? width : std::max(width, GetLeastWidth(i)));
     if (column.FSortIndex == 0) sorted = i;
   }
   ShareWidth();
@@ -225,7 +230,7 @@ void TGridBinder::TakeColumns(int resized) {
     const auto found = std::ranges::find(columns, FModel.GetColumn(section).FTag, &TGridColumn::FTag);
     if (found == columns.end()) continue;
     shown.push_back(*found);
-    if (section == resized) shown.back().FWidth = header->sectionSize(section);
+    if (section == resized) shown.back().FWidth = Unscaled(header->sectionSize(section));
   }
   auto next = shown.begin();
   for (TGridColumn& column : columns) {

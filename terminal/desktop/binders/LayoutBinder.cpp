@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "terminal/desktop/Skin.h"
 #include "terminal/desktop/Text.h"
 #include "terminal/desktop/binders/BinderFactory.h"
 
@@ -36,6 +37,7 @@ TLayoutBinder::TLayoutBinder(TLayoutControl& layout, QWidget& widget)
     : QObject(&widget), FLayout(layout), FWidget(widget) {
   auto* box = new QVBoxLayout(&widget);
   box->setContentsMargins(0, 0, 0, 0);
+  widget.installEventFilter(this);
   Rebuild();
 }
 
@@ -43,9 +45,10 @@ TLayoutBinder::~TLayoutBinder() {
   for (TBaseLayoutItem* item : FWatched) item->SetOnUpdate({});
 }
 
-void TLayoutBinder::SetScale(double scale) {
-  FScale = scale;
-  LayoutUpdated();
+// A change of the scale comes with one of the font.
+bool TLayoutBinder::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FontChange) LayoutUpdated();
+  return QObject::eventFilter(watched, event);
 }
 
 void TLayoutBinder::LayoutUpdated() {
@@ -99,7 +102,7 @@ QWidget* TLayoutBinder::MakeGroup(TLayoutGroup& group, QWidget* parent) {
   const bool vertical = group.GetDirection() == TLayoutDirection::Vertical;
   auto* box = new QBoxLayout(vertical ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, widget);
   if (group.GetCaption().empty()) box->setContentsMargins(0, 0, 0, 0);
-  box->setSpacing(static_cast<int>(kSpacing * FScale));
+  box->setSpacing(Scaled(kSpacing));
   bool grown = false;
   for (TBaseLayoutItem* item : group.GetItems()) {
     QWidget* place = MakePlace(*item, widget);
@@ -115,8 +118,7 @@ QWidget* TLayoutBinder::MakeGroup(TLayoutGroup& group, QWidget* parent) {
   if (!grown && vertical) box->addStretch(1);
   if (group.GetWidth() > 0) {
     // As wide as the layout says, unless that would cut a control.
-    widget->setFixedWidth(
-        std::max(static_cast<int>(group.GetWidth() * FScale), widget->minimumSizeHint().width()));
+    widget->setFixedWidth(std::max(Scaled(group.GetWidth()), widget->minimumSizeHint().width()));
   }
   return widget;
 }

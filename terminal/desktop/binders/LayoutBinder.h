@@ -9,15 +9,15 @@
 namespace margindesk {
 
 // Places the controls of a form as its layout says and follows the layout's changes: places that come and go,
-// captions, directions. The widgets of the controls are made once and move.
+// captions, directions. The layout's pixels are those at 100 % scale. The widgets of the controls are made
+// once and move.
 class TLayoutBinder : public QObject {
  public:
   TLayoutBinder(TLayoutControl& layout, QWidget& widget);
   ~TLayoutBinder() override;
 
-  void SetScale(double scale);  // of the layout's pixels
-
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Watch(TBaseLayoutItem& item);
@@ -31,7 +31,6 @@ class TLayoutBinder : public QObject {
   TLayoutControl& FLayout;
   QWidget& FWidget;
   QWidget* FRoot = nullptr;
-  double FScale = 1;
   bool FPending = false;
   std::vector<TBaseLayoutItem*> FWatched;
   std::unordered_map<TControl*, QWidget*> FWidgets;
