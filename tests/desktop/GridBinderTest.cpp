@@ -69,5 +69,26 @@ TEST(GridBinder, ColumnsTakeThePlaceSizeAndSortingThatThePersonGivesThemAndComeB
   EXPECT_EQ(later.Header().sortIndicatorSection(), 2);
 }
 
+TEST(GridBinder, ARowIsOpenedOnceByADoubleClickOrEnter) {
+  const TTestHost host;
+  TGridForm form;
+  struct TCounter {
+    void Count() { FRows.push_back(FGrid.GetFocusedRecordIndex()); }
+    TGridTableView& FGrid;
+    std::vector<std::int32_t> FRows;
+  } counter{form.FGrid, {}};
+  form.FGrid.SetOnCellDblClick(MakeEvent<&TCounter::Count>(&counter));
+  const QPoint second = form.FView.visualRect(form.FView.model()->index(1, 0)).center();
+  QTest::mouseClick(form.FView.viewport(), Qt::LeftButton, {}, second);
+  EXPECT_TRUE(counter.FRows.empty());
+  QTest::mouseDClick(form.FView.viewport(), Qt::LeftButton, {}, second);
+  QTest::keyClick(&form.FView, Qt::Key_Down);
+  QTest::keyClick(&form.FView, Qt::Key_Return);
+  EXPECT_EQ(counter.FRows, (std::vector<std::int32_t>{1, 2}));
+  form.FGrid.SetFocusedRecordIndex(0);
+  form.FGrid.SetSelection({0});
+  EXPECT_EQ(counter.FRows.size(), 2U);
+}
+
 }  // namespace
 }  // namespace margindesk

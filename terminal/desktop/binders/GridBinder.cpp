@@ -72,7 +72,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
     // A mark that comes up is brought into sight.
     if (!changed.data(Qt::ToolTipRole).toString().isEmpty()) FView.scrollTo(changed);
   });
-  QObject::connect(&view, &QTableView::doubleClicked, this, [this](const QModelIndex& index) {
+  QObject::connect(&view, &QTableView::activated, this, [this](const QModelIndex& index) {
     if (FModel.flags(index).testFlag(Qt::ItemIsEditable)) return;
     FGrid.SetFocusedRecordIndex(FModel.GetRecord(index.row()));
     FGrid.DoubleClickCell();

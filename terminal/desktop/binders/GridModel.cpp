@@ -133,6 +133,7 @@ QVariant TGridModel::headerData(int section, Qt::Orientation orientation, int ro
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
   const TGridColumn& column = GetColumn(section);
   if (role == Qt::DisplayRole || role == Qt::ToolTipRole) return ToQt(column.FCaption);
+  if (role == kMaySortRole) return column.FAllowSorting;
   if (role == Qt::TextAlignmentRole) {
     // Over what stands below: some columns hold their figures as texts.
     const bool right =

@@ -10,6 +10,9 @@
 
 namespace margindesk {
 
+// The role under which a header tells whether the person may sort by its column.
+inline constexpr int kMaySortRole = Qt::UserRole + 2;
+
 // The records of a grid in their display order as an item model. What is on the screen is read when the grid
 // is refreshed and held; a row that is scrolled to is read when it is first asked for.
 class TGridModel : public QAbstractTableModel {

@@ -2,13 +2,16 @@
 
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
+#include <QHeaderView>
 #include <QPointer>
+#include <QTableView>
 #include <functional>
 #include <utility>
 
 #include "controls/Menu.h"
 #include "terminal/desktop/CellExport.h"
 #include "terminal/desktop/HostText.h"
+#include "terminal/desktop/binders/GridModel.h"
 
 namespace margindesk {
 
@@ -50,6 +53,20 @@ class TMenuKeys : public QObject {
   const TShow FShow;
 };
 
+// Sorting by the current cell's column, as a click on its header would.
+void AddSorting(QTableView& view, QMenu& menu) {
+  const int column = view.currentIndex().column();
+  QAbstractItemModel& model = *view.model();
+  if (column < 0 || !model.headerData(column, Qt::Horizontal, kMaySortRole).toBool()) return;
+  const QHeaderView& header = *view.horizontalHeader();
+  const bool ascending = header.isSortIndicatorShown() && header.sortIndicatorSection() == column &&
+                         header.sortIndicatorOrder() == Qt::AscendingOrder;
+  const QString caption = model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+  menu.addAction(HostText("Desktop_SortBy").arg(caption), &view, [&model, column, ascending] {
+    model.sort(column, ascending ? Qt::DescendingOrder : Qt::AscendingOrder);
+  });
+}
+
 }  // namespace
 
 void AddMenuItems(const TControl& control, QMenu& menu) {
@@ -70,6 +87,7 @@ void ConnectPopupMenu(TControl& control, QWidget& widget) {
     AddMenuItems(control, *menu);
     if (auto* view = qobject_cast<QAbstractItemView*>(&widget)) {
       if (!menu->isEmpty()) menu->addSeparator();
+      if (auto* table = qobject_cast<QTableView*>(view)) AddSorting(*table, *menu);
       AddExportActions(*view, *menu);
     }
     if (menu->isEmpty()) {
