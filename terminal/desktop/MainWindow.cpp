@@ -105,8 +105,9 @@ void TMainWindow::ViewOpened(const TOpenView& view) {
 void TMainWindow::ViewClosing(TViewHandle handle) {
   const auto found = FDocks.find(handle);
   if (found == FDocks.end()) return;
-  delete found->second;  // with its binders, before the controls go
-  FDocks.erase(found);
+  TViewDock* const dock = found->second;
+  FDocks.erase(found);  // first: the view's caption may still change while its dock goes
+  delete dock;          // with its binders, before the controls go
   if (!FLeaving) FSaveTimer.start(kSaveDelay);
   FStatus.NoteChange();
 }

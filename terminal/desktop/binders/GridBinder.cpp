@@ -107,7 +107,7 @@ bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FView && event->type() == QEvent::FontChange) {
     ShowRowHeight();
     ShowColumns();
-  } else if (watched == FView.viewport() && event->type() == QEvent::Resize) {
+  } else if (watched != &FView && event->type() == QEvent::Resize) {  // its viewport
     ShareWidth();
   }
   return QObject::eventFilter(watched, event);
