@@ -82,9 +82,8 @@ void THostViews::AnswerMoreInfo(const TWebViewRecord& record) {
   QPointer<THostDock>& page = FPages[record.FSender];
   if (record.FMode == kOpenPage) {
     const QUrl address = ReadAddress(record, FHost.Config());
-    if (address.isValid()) {
-      QDesktopServices::openUrl(address);
-    } else if (page == nullptr) {
+    if (address.isValid() && QDesktopServices::openUrl(address)) return;
+    if (page == nullptr) {  // nor is there a browser for it
       page = new TMoreInfoPage(FHost.Data(), TCode(record.FAccount), &FWindow);
       Show(*page);
     } else {
