@@ -349,7 +349,7 @@ bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
     return watched == FView.viewport() && event->type() != QEvent::Shortcut &&
            ViewClicked(*static_cast<QMouseEvent*>(event));
   }
-  if (watched == FView.viewport() && event->type() == QEvent::Resize) {
+  if (event->type() == QEvent::Resize && watched == FView.viewport()) {
     QTimer::singleShot(0, this, [this] { Place(); });
     return false;
   }
