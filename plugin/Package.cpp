@@ -48,7 +48,8 @@ const margindesk::TPackageInfo* GetPackageInfoTable() {
                                     kCompilerTag,
                                     "accountviews",
                                     static_cast<std::uint32_t>(GetPackageUnits().size()),
-                                    GetPackageUnits().data()};
+                                    GetPackageUnits().data(),
+                                    MARGINDESK_VERSION};
   return &info;
 }
 

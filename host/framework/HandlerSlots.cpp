@@ -10,10 +10,10 @@ namespace {
 
 THandlerFaultSink faultSink = nullptr;
 
-void TellFaultSink(std::string_view what) noexcept {
+void TellFaultSink(std::string_view what, const void* owner) noexcept {
   if (faultSink == nullptr) return;
   try {
-    faultSink(what);
+    faultSink(what, owner);
   } catch (...) {  // nobody is left to be told
   }
 }
@@ -24,13 +24,13 @@ THandlerFaultSink SetHandlerFaultSink(THandlerFaultSink sink) noexcept {
   return std::exchange(faultSink, sink);
 }
 
-void ReportHandlerFault() noexcept {
+void ReportHandlerFault(const void* owner) noexcept {
   try {
     throw;
   } catch (const std::exception& fault) {
-    TellFaultSink(fault.what());
+    TellFaultSink(fault.what(), owner);
   } catch (...) {
-    TellFaultSink("unknown exception");
+    TellFaultSink("unknown exception", owner);
   }
 }
 

@@ -27,7 +27,7 @@ struct THandlerPasses {
 };
 
 // Tells the fault sink of the exception now being handled. Called inside a catch block.
-void ReportHandlerFault() noexcept;
+void ReportHandlerFault(const void* owner) noexcept;
 
 void AddSlot(THandlerPasses& passes, THandlerSlots& slots, THandler handler, const void* owner);
 
@@ -52,7 +52,7 @@ void CallSlots(const THandlerPasses& passes, const THandlerSlots& slots, std::ui
     try {
       slot.FHandler(sender, data);
     } catch (...) {
-      ReportHandlerFault();
+      ReportHandlerFault(slot.FOwner);
     }
   }
 }

@@ -56,6 +56,7 @@ std::string TPackage::Open() {
     reason = Check(info);
     if (!reason.empty()) return;
     FName = info->FName;
+    FVersion = info->FVersion;
     for (std::uint32_t i = 0; i < info->FUnitCount; ++i) FUnits.emplace_back(info->FUnits[i].FName);
     if (const char* const fault = initialize()) {
       reason = std::string("it cannot start: ").append(fault);
@@ -76,7 +77,7 @@ std::string TPackage::Check(const TPackageInfo* info) const {
     const std::string tag = info->FCompilerTag == nullptr ? "an unknown compiler" : info->FCompilerTag;
     return "it was built by " + tag + ", this by " + kCompilerTag;
   }
-  if (info->FSize != sizeof(TPackageInfo) || info->FName == nullptr ||
+  if (info->FSize != sizeof(TPackageInfo) || info->FName == nullptr || info->FVersion == nullptr ||
       (info->FUnits == nullptr && info->FUnitCount > 0)) {
     return "its information table is damaged";
   }

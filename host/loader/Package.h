@@ -39,6 +39,7 @@ class TPackage {
   const std::string& GetError() const noexcept { return FError; }
   const std::filesystem::path& GetFile() const noexcept { return FFile; }
   const std::string& GetName() const noexcept { return FName; }                 // as the package says
+  const std::string& GetVersion() const noexcept { return FVersion; }           // likewise
   const std::vector<std::string>& GetUnits() const noexcept { return FUnits; }  // in the order of their start
 
  private:
@@ -50,6 +51,7 @@ class TPackage {
   TPackageState FState = TPackageState::Named;
   std::string FError;
   std::string FName;
+  std::string FVersion;
   std::vector<std::string> FUnits;
   void* FLibrary = nullptr;
   TFinalizePackage FFinalize = nullptr;

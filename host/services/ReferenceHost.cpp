@@ -17,7 +17,7 @@ TConfigManager MakeConfig(const TReferenceHostOptions& options) {
   return TConfigManager(options.FUser);
 }
 
-void WriteFault(std::string_view what) {
+void WriteFault(std::string_view what, const void* /*owner*/) {
   const std::string line = std::string("A notification handler failed: ").append(what).append("\n");
   std::fwrite(line.data(), 1, line.size(), stderr);
 }

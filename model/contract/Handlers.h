@@ -55,10 +55,10 @@ TFileCompletionHandler MakeFileCompletionHandler(T* object) {
           object};
 }
 
-// Told what() of every exception that a handler let out, before the list goes on to the next handler. The
-// host installs one to name the fault to its user; without one the fault is dropped, as is an exception out
-// of the sink. Gives back the one before.
-using THandlerFaultSink = void (*)(std::string_view what);
+// Told what() of every exception that a handler let out, and the handler's owner, before the list goes on to
+// the next handler. The host installs one to name the fault to its user; without one the fault is dropped, as
+// is an exception out of the sink. Gives back the one before.
+using THandlerFaultSink = void (*)(std::string_view what, const void* owner);
 THandlerFaultSink SetHandlerFaultSink(THandlerFaultSink sink) noexcept;
 
 // Handlers of one kind of notification, each with its owner. Promises, which every notification of the host

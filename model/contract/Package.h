@@ -6,7 +6,7 @@ namespace margindesk {
 
 // What a package and the host that loads it must agree on before either calls the other. The version changes
 // with every change of a class in model/contract or controls that a compiled package would notice.
-inline constexpr std::uint32_t kContractVersion = 4;
+inline constexpr std::uint32_t kContractVersion = 5;
 
 #define MARGINDESK_TEXT_OF(x) #x
 #define MARGINDESK_TEXT(x) MARGINDESK_TEXT_OF(x)
@@ -48,6 +48,7 @@ struct TPackageInfo {
   const char* FName;
   std::uint32_t FUnitCount;
   const TPackageUnit* FUnits;  // in the order of their start
+  const char* FVersion;        // of the package itself, as its maker counts
 };
 
 // The three functions that a package exports by these names, C linkage. Nothing throws across them.

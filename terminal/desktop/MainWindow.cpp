@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <chrono>
 
+#include "controls/GridTableView.h"
+#include "controls/VirtualTree.h"
+#include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
 #include "model/contract/LookAndFeelService.h"
 #include "model/contract/MessageBoxCtrl.h"
@@ -36,9 +39,28 @@ constexpr std::chrono::milliseconds kSaveDelay{1000};
 TMainWindow* faultWindow = nullptr;
 THandlerFaultSink faultsBefore = nullptr;
 
-void TellFault(std::string_view what) {
-  if (faultWindow != nullptr) faultWindow->ReportFault(faultWindow->windowTitle(), ToQt(what));
-  if (faultsBefore != nullptr) faultsBefore(what);
+void TellFault(std::string_view what, const void* owner) {
+  if (faultWindow != nullptr) faultWindow->ReportFaultOf(owner, ToQt(what));
+  if (faultsBefore != nullptr) faultsBefore(what, owner);
+}
+
+// The data control behind a component of a form, as the object that registers handlers; null for none.
+const void* FindDataControl(const TComponent* component) {
+  if (const auto* tree = dynamic_cast<const TVirtualTree*>(component)) {
+    const auto* source = tree->GetDataSource();
+    return source == nullptr ? nullptr : dynamic_cast<const void*>(source->GetDataControl());
+  }
+  const auto* grid = dynamic_cast<const TGridTableView*>(component);
+  const auto* source = grid == nullptr ? nullptr : grid->GetDataSource();
+  return source == nullptr ? nullptr : dynamic_cast<const void*>(source->GetDataControl());
+}
+
+// Whether a handler of the owner is one of the frame's, or of what stands behind its controls.
+bool BelongsTo(const TFrame& frame, const void* owner) {
+  return owner == dynamic_cast<const void*>(&frame) ||
+         std::ranges::any_of(frame.GetComponents(), [owner](const TComponent* component) {
+           return owner != nullptr && owner == FindDataControl(component);
+         });
 }
 
 }  // namespace
@@ -76,10 +98,12 @@ TMainWindow::~TMainWindow() {
 // --- views
 
 void TMainWindow::OpenView(const std::string& className) {
+  std::string name = className;
+  if (TIBaseView* const plugin = FHost.Views().FindClass(className)) plugin->GetDefaultCaption(name);
   try {
-    if (FHost.Views().Open(className) == 0) ReportFault(ToQt(className), HostText("Desktop_NoView"));
+    if (FHost.Views().Open(className) == 0) ReportFault(ToQt(name), HostText("Desktop_NoView"));
   } catch (const std::exception& error) {
-    ReportFault(ToQt(className), QString::fromUtf8(error.what()));
+    ReportFault(ToQt(name), QString::fromUtf8(error.what()));
   }
 }
 
@@ -282,6 +306,18 @@ void TMainWindow::ReportFault(const QString& where, const QString& what) {
   statusBar()->showMessage(QStringLiteral("⚠ %1: %2").arg(where, what));
 }
 
+void TMainWindow::ReportFaultOf(const void* owner, const QString& what) {
+  const auto& views = FHost.Views().GetViews();
+  const auto view =
+      std::ranges::find_if(views, [owner](const TOpenView& open) { return BelongsTo(*open.FFrame, owner); });
+  ReportFault(view == views.end() ? windowTitle() : ToQt(view->FCaption), what);
+}
+
+// A menu that the pointer passes has nothing to say in the status bar, and would wipe a fault away.
+bool TMainWindow::event(QEvent* event) {
+  return event->type() == QEvent::StatusTip || QMainWindow::event(event);
+}
+
 void TMainWindow::ShowPreferences() {
   const auto applied = [this](std::int32_t language) {
     ApplyLook();
@@ -297,8 +333,13 @@ void TMainWindow::ShowAbout() {
                      .arg(QStringLiteral(MARGINDESK_VERSION))
                      .arg(HostText("Desktop_Contract"))
                      .arg(kContractVersion);
-  for (const auto& package : FPackages.GetPackages()) text += u'\n' + ToQt(package->GetName());
-  QMessageBox::about(this, HostText("Desktop_About"), text);
+  for (const auto& package : FPackages.GetPackages()) {
+    text += QStringLiteral("\n%1 %2").arg(ToQt(package->GetName()), ToQt(package->GetVersion()));
+  }
+  QMessageBox box(QMessageBox::Information, HostText("Desktop_About"), text, QMessageBox::NoButton, this);
+  box.setTextFormat(Qt::PlainText);
+  box.addButton(HostText("Desktop_OK"), QMessageBox::AcceptRole);
+  box.exec();
 }
 
 }  // namespace margindesk

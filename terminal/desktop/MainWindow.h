@@ -33,8 +33,11 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
 
   // Says in the status bar that something failed, and where. The terminal goes on.
   void ReportFault(const QString& where, const QString& what);
+  // The same of a notification's handler; the view is named that owns it.
+  void ReportFaultOf(const void* owner, const QString& what);
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
 

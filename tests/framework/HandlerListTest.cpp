@@ -68,6 +68,7 @@ struct HandlerListPromises : testing::Test {
   TListener FThird{"third", FLog, {}, {}};
   TListener FFourth{"fourth", FLog, {}, {}};
   static inline TCallLog FFaults;
+  static inline std::vector<const void*> FFaultOwners;
 };
 
 using TWays = testing::Types<TGlobal, TKeyed, TOnce>;
@@ -124,7 +125,11 @@ TYPED_TEST(HandlerListPromises, OneAddedDuringAPassWaitsForTheNextWhichMayBeNest
 
 TYPED_TEST(HandlerListPromises, AnExceptionReachesNeitherTheListNorTheOtherHandlers) {
   this->FFaults.clear();
-  const auto before = SetHandlerFaultSink([](auto what) { TestFixture::FFaults.emplace_back(what); });
+  this->FFaultOwners.clear();
+  const auto before = SetHandlerFaultSink([](auto what, const void* owner) {
+    TestFixture::FFaults.emplace_back(what);
+    TestFixture::FFaultOwners.push_back(owner);
+  });
   this->AddAll({&this->FFirst, &this->FSecond, &this->FThird});
   this->FFirst.FAction = [&] {
     this->FSubject->FList.RemoveOwner(&this->FFirst);
@@ -133,7 +138,9 @@ TYPED_TEST(HandlerListPromises, AnExceptionReachesNeitherTheListNorTheOtherHandl
   this->FSecond.FAction = [] { throw 1; };
   EXPECT_THAT(this->Notify(), ElementsAre("first", "second", "third"));
   EXPECT_THAT(this->FFaults, ElementsAre("no such account", "unknown exception"));
-  SetHandlerFaultSink([](std::string_view) { throw std::runtime_error("a sink that fails itself"); });
+  EXPECT_THAT(this->FFaultOwners, ElementsAre(&this->FFirst, &this->FSecond));
+  SetHandlerFaultSink(
+      [](std::string_view, const void*) { throw std::runtime_error("a sink that fails itself"); });
   EXPECT_THAT(this->Notify(), ElementsAre("second", "third"));
   SetHandlerFaultSink(before);
 }

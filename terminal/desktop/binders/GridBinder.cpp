@@ -45,6 +45,7 @@ TGridBinder::TGridBinder(TGridTableView& grid, QTableView& view)
   view.horizontalHeader()->setHighlightSections(false);
   view.horizontalHeader()->setMinimumSectionSize(kLeastWidth);
   view.horizontalHeader()->setSectionsClickable(true);
+  FTimer.setParent(this);  // a fault then has a view
   FTimer.setSingleShot(true);
   FTimer.setInterval(kFrame);
   QObject::connect(&FTimer, &QTimer::timeout, this, [this] { Refresh(); });

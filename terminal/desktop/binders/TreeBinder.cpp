@@ -30,6 +30,7 @@ TTreeBinder::TTreeBinder(TVirtualTree& tree, QTreeView& view)
   view.installEventFilter(this);
   view.viewport()->installEventFilter(this);
   view.header()->setStretchLastSection(true);
+  FTimer.setParent(this);  // a fault then has a view
   FTimer.setSingleShot(true);
   QObject::connect(&FTimer, &QTimer::timeout, this, [this] { Refresh(); });
   const auto expand = [this](const QModelIndex& index, bool expanded) {

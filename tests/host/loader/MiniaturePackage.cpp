@@ -39,7 +39,8 @@ const TPackageInfo kInfo = {
     MINIATURE_FAULT == FAULT_COMPILER ? "cc-of-another-age" : kCompilerTag,
     "miniature",
     2,
-    kUnits};
+    kUnits,
+    "1.2"};
 
 }  // namespace
 

@@ -35,7 +35,7 @@ TEST(Packages, ThatAreUnfitAreRefusedByNameAndReasonAndLeaveNothing) {
     const char* FReason;
   };
   for (const TRefusal& refusal :
-       {TRefusal{1, "it was built for version 5 of the contract, this is version 4"},
+       {TRefusal{1, "it was built for version 6 of the contract, this is version 5"},
         TRefusal{2, "it was built by cc-of-another-age, this by "},
         TRefusal{3, "it has no information table"}, TRefusal{4, "it cannot start: no licence"},
         TRefusal{5, "it threw: out of the border"}, TRefusal{6, "it is no package: it lacks one of "},
