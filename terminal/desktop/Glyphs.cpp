@@ -26,6 +26,10 @@ void DrawGlyph(QPainter& painter, TGlyph glyph, const QColor& color) {
     case TGlyph::Arrow:
       painter.drawPolyline(QPolygonF({{4.5, 6.5}, {8, 10}, {11.5, 6.5}}));
       break;
+    case TGlyph::Float:
+      painter.drawRect(QRectF(4, 6, 6.5, 6.5));
+      painter.drawPolyline(QPolygonF({{6.5, 3.5}, {13, 3.5}, {13, 10}}));
+      break;
     case TGlyph::Lock:
       DrawLock(painter, color);
       break;

@@ -5,7 +5,7 @@
 
 namespace margindesk {
 
-enum class TGlyph { Cross, Arrow, Lock };
+enum class TGlyph { Cross, Arrow, Lock, Float };
 
 // A glyph in the colour of a widget's button texts, sharp on its screen.
 QIcon MakeGlyph(TGlyph glyph, const QWidget& widget);

@@ -1,8 +1,6 @@
 #include "terminal/desktop/ViewDock.h"
 
 #include <QCloseEvent>
-#include <QHBoxLayout>
-#include <QLabel>
 
 #include "terminal/desktop/FormScroll.h"
 #include "terminal/desktop/Glyphs.h"
@@ -16,8 +14,7 @@ namespace margindesk {
 
 namespace {
 
-constexpr int kMargin = 6;       // pixels around the form at 100 % scale
-constexpr int kTitleMargin = 3;  // around the buttons of the title bar
+constexpr int kMargin = 6;  // pixels around the form at 100 % scale
 
 }  // namespace
 
@@ -32,23 +29,7 @@ TViewDock::TViewDock(TOpenViews& views, const TOpenView& view, QWidget* parent, 
   setAllowedAreas(Qt::AllDockWidgetAreas);
   setWidget(new TFormScroll(FForm, this));
 
-  FTitle = new QWidget(this);
-  auto* row = new QHBoxLayout(FTitle);
-  FCaption = new QLabel(FTitle);
-  QFont bold = FCaption->font();
-  bold.setBold(true);
-  FCaption->setFont(bold);
-  row->addWidget(FCaption, 1);
-  FButtons = new QWidget(FTitle);
-  auto* buttons = new QHBoxLayout(FButtons);
-  buttons->setContentsMargins(0, 0, 0, 0);
-  buttons->setSpacing(0);
-  row->addWidget(FButtons);
-  FCloseButton = new QToolButton(FTitle);
-  FCloseButton->setAutoRaise(true);
-  QObject::connect(FCloseButton, &QToolButton::clicked, this, [this] { close(); });
-  row->addWidget(FCloseButton);
-  setTitleBarWidget(FTitle);
+  FTitle = new TDockTitle(*this);
   Update();
 }
 
@@ -57,19 +38,14 @@ void TViewDock::Update() {
   if (view == nullptr) return;
   setWindowTitle(ToQt(view->FCaption));
   setAccessibleName(windowTitle());
-  FCaption->setText(windowTitle());
-  FCloseButton->setIcon(MakeGlyph(TGlyph::Cross, *this));
-  FCloseButton->setToolTip(HostText("Desktop_Close"));
-  FCloseButton->setAccessibleName(FCloseButton->toolTip());
+  FTitle->UpdateTexts();
   UpdateMargins();
   UpdateButtons();
 }
 
 void TViewDock::UpdateMargins() {
   const int margin = Scaled(kMargin);
-  const int title = Scaled(kTitleMargin);
   FForm->layout()->setContentsMargins(margin, 0, margin, margin);
-  FTitle->layout()->setContentsMargins(margin, title, title, title);
 }
 
 // Buttons stay the same objects, so that one that is held down or has the focus keeps it.
@@ -95,7 +71,7 @@ void TViewDock::UpdateButtons() {
 }
 
 void TViewDock::AddButton() {
-  auto* button = new QToolButton(FButtons);
+  auto* button = new QToolButton(&FTitle->Buttons());
   button->setAutoRaise(true);
   const auto index = static_cast<std::int32_t>(FCaptionButtons.size());
   // The click may close the view, and the dock with it.
@@ -105,7 +81,7 @@ void TViewDock::AddButton() {
         if (TIBaseView* owner = views.FindPlugin(handle)) owner->HandleCaptionButtonClick(handle, index);
       },
       Qt::QueuedConnection);
-  FButtons->layout()->addWidget(button);
+  FTitle->Buttons().layout()->addWidget(button);
   FCaptionButtons.push_back(button);
 }
 

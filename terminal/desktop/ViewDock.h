@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QDockWidget>
-#include <QLabel>
 #include <QToolButton>
 #include <functional>
 #include <vector>
 
 #include "host/services/OpenViews.h"
+#include "terminal/desktop/DockTitle.h"
 #include "terminal/desktop/SimulationWatch.h"
 
 namespace margindesk {
@@ -40,11 +40,8 @@ class TViewDock : public QDockWidget {
   const TClose FClose;
   QWidget* const FForm;
   TSimulationWatch FSimulation;
-  QWidget* FTitle = nullptr;
-  QWidget* FButtons = nullptr;
   std::vector<QToolButton*> FCaptionButtons;  // by their place among the view's, made when first there
-  QLabel* FCaption = nullptr;
-  QToolButton* FCloseButton = nullptr;
+  TDockTitle* FTitle = nullptr;
 };
 
 }  // namespace margindesk

@@ -168,7 +168,9 @@ void THostViews::Show(THostDock& dock) {
 
 void THostViews::UpdateTexts() {
   for (const auto& dock : FDocks) {
-    if (dock != nullptr) dock->UpdateTexts();
+    if (dock == nullptr) continue;
+    dock->Title().UpdateTexts();
+    dock->UpdateTexts();
   }
 }
 
