@@ -1,5 +1,6 @@
 // A person at the order grid: with the keys as fast as they come, and with the mouse.
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QPushButton>
 #include <QTableView>
@@ -217,6 +218,18 @@ TEST_F(GridEditors, ASymbolIsSearchedForAndChosenFromTheListThatDropsDown) {
   EXPECT_FALSE(FPanel.GetVisible());
   EXPECT_EQ(Cell(0, kSymbol), "00700");
   EXPECT_NE(FGrid.GetEditor(), nullptr) << "the list alone is closed";
+}
+
+TEST_F(GridEditors, CellsOfASpreadsheetArePastedUpToTheOneThatIsRefused) {
+  QApplication::clipboard()->setText("00700\tSell\t12.5\r\n00005\t\t1,000\r\nHSIF7\tHold\t3\r\n");
+  Type("9");  // an editor that is open gives way
+  Press(Qt::Key_V, 0, Qt::ControlModifier);
+  EXPECT_THAT(FSymbols, testing::ElementsAre("00700", "00005", "HSIF7"));
+  EXPECT_EQ(Cell(0, kSymbol) + Cell(0, kSide) + Cell(0, kPrice), "00700Sell12.5");
+  EXPECT_EQ(Cell(1, kSymbol) + Cell(1, kPrice), "000051000");
+  EXPECT_EQ(Cell(2, kPrice), "");
+  ASSERT_NE(FWindow.findChild<QLabel*>("cellRefusal"), nullptr);
+  EXPECT_EQ(FGrid.GetEditor()->GetColumnTag(), kSide);
 }
 
 TEST_F(GridEditors, AChoiceIsMadeInTheListOfTheCell) {

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QInputMethodEvent>
 #include <QScrollBar>
 #include <QTimer>
@@ -17,6 +18,7 @@
 #include "host/services/SymbolList.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/binders/CellNumber.h"
+#include "terminal/desktop/binders/GridPaste.h"
 
 namespace margindesk {
 
@@ -340,6 +342,25 @@ void TGridEditors::DropSymbols(const QRect& place) {
   FDropList->DropDown(place, {properties.FPopupWidth, properties.FPopupHeight});
 }
 
+// At a cell that refuses what is pasted the person goes on by hand.
+void TGridEditors::Paste() {
+  const QModelIndex from = FView.currentIndex();
+  const int row = from.row();
+  const int column = from.column();
+  TPasteEnd end;
+  {
+    const TStep step(*this);
+    end = PasteCells(FGrid, FModel, from, QApplication::clipboard()->text(), FRefresh);
+    if (!step.IsAlive()) return;
+  }
+  FRefresh();
+  GoTo(FModel.index(row, column));
+  if (end.FRow < 0 || !Open(FModel.index(end.FRow, end.FColumn))) return;
+  FField->Line().setText(end.FText);
+  Typed(end.FText);
+  Commit();
+}
+
 // --- keys and the mouse
 
 bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
@@ -382,6 +403,10 @@ bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
 
 bool TGridEditors::ViewKey(QKeyEvent& key) {
   const QModelIndex current = FView.currentIndex();
+  if (key.matches(QKeySequence::Paste) && IsEditable(current)) {
+    Paste();
+    return true;
+  }
   switch (key.key()) {
     case Qt::Key_Tab:
       return MoveToNextCell(true);
@@ -419,6 +444,11 @@ void TGridEditors::ReportKey(const QKeyEvent& key) {
 bool TGridEditors::LineKey(QKeyEvent& key) {
   const bool list = FField->GetKind() == TCellField::TKind::List;
   const bool spin = FField->GetKind() == TCellField::TKind::Spin;
+  if (key.matches(QKeySequence::Paste) && HoldsCells(QApplication::clipboard()->text())) {
+    Cancel();
+    Paste();
+    return true;
+  }
   switch (key.key()) {
     case Qt::Key_Tab:
     case Qt::Key_Backtab:

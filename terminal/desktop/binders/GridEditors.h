@@ -18,7 +18,7 @@ namespace margindesk {
 // editor; every key goes through the grid's editor steps. Tab commits and goes to the next cell, Enter to the
 // next row, Escape leaves the cell as it was. Leaving the grid in any other way commits first, before what
 // was clicked or pressed there is done; a value that is refused keeps the editor open with the reason beside
-// it, and what was clicked does not happen.
+// it, and what was clicked does not happen. Cells of a spreadsheet are pasted from the current cell on.
 class TGridEditors : public QObject {
  public:
   // `refresh` shows the grid anew at once.
@@ -53,6 +53,8 @@ class TGridEditors : public QObject {
   void DropDown();
   void DropEntries(const QRect& place);
   void DropSymbols(const QRect& place);
+
+  void Paste();
 
   bool ViewKey(QKeyEvent& key);
   bool LineKey(QKeyEvent& key);
