@@ -132,6 +132,14 @@ TEST_F(GridEditors, WhatIsTypedAsFastAsPossibleReachesEveryCellOnceAndWhole) {
   EXPECT_EQ(Shown(1, kPrice), "0.5") << "at once, not with the next picture";
 }
 
+TEST_F(GridEditors, WhatIsTypedBesideTheCellsToEditGoesToTheNextOfThem) {
+  FView->setCurrentIndex({});
+  Type("00700\t");
+  GoTo(1, 0);
+  Type("00005\t");
+  EXPECT_EQ(Cell(0, kSymbol) + Cell(1, kSymbol), "0070000005");
+}
+
 TEST_F(GridEditors, EnterGoesToTheNextRowAndEscapeLeavesTheCellAsItWas) {
   Type("00700");
   Press(Qt::Key_Return);

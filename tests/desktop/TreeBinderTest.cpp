@@ -63,9 +63,13 @@ TEST_F(TreeBinder, OpeningARowReachesTheTreeAndWhatTheProgramOpensIsShown) {
 }
 
 struct THovered {
-  void Over(std::int32_t x, std::int32_t y) { FNode = FTree.HitTest({x, y}).FNode; }
+  void Over(std::int32_t x, std::int32_t y) {
+    FNode = FTree.HitTest({x, y}).FNode;
+    FColumn = FTree.HitTest({x, y}).FColumn->FTag;
+  }
   TVirtualTree& FTree;
   const TVirtualTreeNode* FNode = nullptr;
+  std::int32_t FColumn = -1;
 };
 
 TEST_F(TreeBinder, AHintIsAskedForWithTheMouseAndTheKeyboardAndOutlivesTheViewsOwn) {
@@ -78,6 +82,9 @@ TEST_F(TreeBinder, AHintIsAskedForWithTheMouseAndTheKeyboardAndOutlivesTheViewsO
   FView.setCurrentIndex(FView.model()->index(1, 1));
   QTest::keyClick(&FView, Qt::Key_F1, Qt::ShiftModifier);
   EXPECT_EQ(hovered.FNode, nodes[TFigureRows::kCurrencies + 1]);
+  EXPECT_EQ(hovered.FColumn, 0);
+  QTest::keyClick(&FView, Qt::Key_F1, Qt::ShiftModifier);
+  EXPECT_EQ(hovered.FColumn, 1) << "again: of the value";
   QToolTip::showText(FView.mapToGlobal(third), "what the form tells", &FView);
   QHelpEvent help(QEvent::ToolTip, third, FView.viewport()->mapToGlobal(third));
   QApplication::sendEvent(FView.viewport(), &help);

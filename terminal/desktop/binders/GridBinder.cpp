@@ -1,6 +1,9 @@
 #include "terminal/desktop/binders/GridBinder.h"
 
+#include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -104,7 +107,23 @@ void TGridBinder::Refresh() {
   FRefreshing = before;
 }
 
+// What the mouse over the current cell would tell.
+void TGridBinder::ShowHint() {
+  const QModelIndex current = FView.currentIndex();
+  if (!current.isValid()) return;
+  FView.scrollTo(current);
+  QWidget& viewport = *FView.viewport();
+  const QPoint place = FView.visualRect(current).center();
+  QHelpEvent help(QEvent::ToolTip, place, viewport.mapToGlobal(place));
+  QApplication::sendEvent(&viewport, &help);
+}
+
 bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress &&
+      static_cast<const QKeyEvent*>(event)->matches(QKeySequence::WhatsThis)) {
+    ShowHint();
+    return true;
+  }
   if (watched == &FView && event->type() == QEvent::FontChange) {
     ShowRowHeight();
     ShowColumns();

@@ -34,6 +34,7 @@ class TGridBinder : public QObject {
   int GetLeastWidth(int section) const;
   void ShowRowHeight();
   void ShowFocus();
+  void ShowHint();
   void TakeColumns(int resized = -1);
   // Whether the person chose a column's width, now or in a layout that was kept.
   bool IsSized(const TGridColumn& column) const;

@@ -401,9 +401,18 @@ bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
   }
 }
 
+// What is typed beside the cells to edit goes to the next of them.
+void TGridEditors::EnterCells() {
+  if (FGrid.GetDataSource() != nullptr || IsEditable(FView.currentIndex())) return;
+  if (!FView.currentIndex().isValid()) FView.setCurrentIndex(FModel.index(0, 0));
+  if (!IsEditable(FView.currentIndex())) MoveToNextCell(true);
+}
+
 bool TGridEditors::ViewKey(QKeyEvent& key) {
+  const bool pastes = key.matches(QKeySequence::Paste);
+  if (pastes || IsPlainText(key)) EnterCells();
   const QModelIndex current = FView.currentIndex();
-  if (key.matches(QKeySequence::Paste) && IsEditable(current)) {
+  if (pastes && IsEditable(current)) {
     Paste();
     return true;
   }

@@ -56,6 +56,7 @@ class TGridEditors : public QObject {
 
   void Paste();
 
+  void EnterCells();
   bool ViewKey(QKeyEvent& key);
   bool LineKey(QKeyEvent& key);
   void ReportKey(const QKeyEvent& key);

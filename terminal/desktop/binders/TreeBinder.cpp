@@ -109,9 +109,14 @@ void TTreeBinder::MouseMoved(QPoint position) {
 void TTreeBinder::KeyPressed(const QKeyEvent& key) {
   FTree.MouseLeave();
   const QModelIndex current = FView.currentIndex();
-  if (!key.matches(QKeySequence::WhatsThis) || !current.isValid()) return;
+  if (key.key() == Qt::Key_Shift) return;
+  if (!key.matches(QKeySequence::WhatsThis) || !current.isValid()) {
+    FHintColumn = 0;
+    return;
+  }
   FView.scrollTo(current);
-  MouseMoved(FView.visualRect(current.siblingAtColumn(0)).center());
+  MouseMoved(FView.visualRect(current.siblingAtColumn(FHintColumn)).center());
+  FHintColumn = (FHintColumn + 1) % FModel.columnCount({});
 }
 
 bool TTreeBinder::eventFilter(QObject* watched, QEvent* event) {

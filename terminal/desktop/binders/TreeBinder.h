@@ -12,7 +12,7 @@ namespace margindesk {
 
 // Shows a tree. Changes of the tree are shown together, twenty times a second at most; the person's opening
 // and closing of rows is shown at once. It and the mouse over cells reach the tree; Shift+F1 stands for the
-// mouse over the current row, so that its hint can be read.
+// mouse over the current row's caption, and again over its value, so that their hints can be read.
 class TTreeBinder : public QObject {
  public:
   TTreeBinder(TVirtualTree& tree, QTreeView& view);
@@ -34,6 +34,7 @@ class TTreeBinder : public QObject {
   TCellDelegate FDelegate;
   QTimer FTimer;
   QElapsedTimer FShown;  // since the last picture
+  int FHintColumn = 0;   // that Shift+F1 asks next
   bool FRefreshing = false;
 };
 
