@@ -24,6 +24,10 @@ namespace margindesk {
 
 namespace {
 
+// What is taken from the line of an open field before the line sees it.
+constexpr QEvent::Type kLineEvents[] = {QEvent::KeyPress, QEvent::MouseButtonRelease, QEvent::InputMethod,
+                                        QEvent::Wheel};
+
 TCellField::TKind GetKind(const TCellEditor& editor) {
   if (editor.IsSpin()) return TCellField::TKind::Spin;
   if (editor.IsDropDown()) return TCellField::TKind::List;
@@ -377,21 +381,26 @@ bool TGridEditors::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FView && event->type() == QEvent::KeyPress) {
     return FField == nullptr && ViewKey(*static_cast<QKeyEvent*>(event));
   }
-  if (FField == nullptr || watched != &FField->Line()) return false;
-  switch (event->type()) {
+  // A field that is on its way out, with its line, is not asked for it.
+  const bool forLine = std::ranges::find(kLineEvents, event->type()) != std::end(kLineEvents);
+  return FField != nullptr && forLine && watched == &FField->Line() && LineEvent(*event);
+}
+
+bool TGridEditors::LineEvent(QEvent& event) {
+  switch (event.type()) {
     case QEvent::KeyPress:
-      return LineKey(*static_cast<QKeyEvent*>(event));
+      return LineKey(static_cast<QKeyEvent&>(event));
     case QEvent::MouseButtonRelease:
       if (FField->GetKind() == TCellField::TKind::List && !FDropList) DropDown();
       return false;
     case QEvent::InputMethod: {
-      const QString text = static_cast<QInputMethodEvent*>(event)->commitString();
+      const QString text = static_cast<QInputMethodEvent&>(event).commitString();
       const TStep step(*this);
       if (!text.isEmpty()) FGrid.PressEditorKey(text.back().unicode());
       return !step.IsAlive();
     }
     case QEvent::Wheel: {
-      const int turn = static_cast<QWheelEvent*>(event)->angleDelta().y();
+      const int turn = static_cast<QWheelEvent&>(event).angleDelta().y();
       if (turn == 0 || FField->GetKind() != TCellField::TKind::Spin) return false;
       Spin(turn > 0, false);
       return true;

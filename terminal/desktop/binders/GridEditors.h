@@ -58,6 +58,7 @@ class TGridEditors : public QObject {
 
   void EnterCells();
   bool ViewKey(QKeyEvent& key);
+  bool LineEvent(QEvent& event);
   bool LineKey(QKeyEvent& key);
   void ReportKey(const QKeyEvent& key);
   bool ViewClicked(const QMouseEvent& mouse);
