@@ -24,7 +24,6 @@
 #include "terminal/desktop/LoopPump.h"
 #include "terminal/desktop/MainWindow.h"
 #include "terminal/desktop/Skin.h"
-#include "terminal/desktop/views/HostViews.h"
 
 namespace margindesk {
 namespace {
@@ -172,7 +171,6 @@ void MeasureLoad(TMeasuringApplication& application, std::chrono::seconds time) 
   }
   ApplySkin(application, "Light", 100);
   TMainWindow window(*host, packages);
-  THostViews views(*host, window);
   window.Restore("M");
   window.show();
   Wait(kWarmUp);

@@ -23,7 +23,6 @@
 #include "terminal/desktop/Skin.h"
 #include "terminal/desktop/StartMark.h"
 #include "terminal/desktop/Text.h"
-#include "terminal/desktop/views/HostViews.h"
 #include "terminal/desktop/views/MarketMenu.h"
 #include "terminal/session/CliError.h"
 #include "terminal/session/Locations.h"
@@ -32,6 +31,8 @@
 namespace margindesk {
 
 namespace {
+
+constexpr const char* kDemoAccount = "M20001";
 
 std::optional<std::string> ReadEnvironment(const std::string& name) {
   const char* value = std::getenv(name.c_str());
@@ -71,7 +72,7 @@ class TDesktopApplication : public QApplication {
 
 struct TOptions {
   TSessionOptions FSession;
-  std::string FAccount = "M20001";
+  std::string FAccount;
   bool FLanguageGiven = false;
   bool FSkipPackage = false;
 };
@@ -81,6 +82,21 @@ void RestoreLanguage(TReferenceHost& host) {
   if (TryTextToInteger(host.Config().ReadString(host.Config().GetUserSection(), kLanguageKey), language)) {
     host.Language().SetLanguage(language);
   }
+}
+
+// The account of the first view: the one that was named, else the demo book's master, else the book's first
+// master or first account. Throws TCliError when nobody knows the one that was named.
+std::string FindFirstAccount(THostData& data, const std::string& named) {
+  if (!named.empty()) {
+    if (data.FindAccount(TCode(named)) == nullptr) throw TCliError("there is no account " + named);
+    return named;
+  }
+  if (data.FindAccount(TCode(kDemoAccount)) != nullptr) return kDemoAccount;
+  const auto accounts = data.GetAccounts();
+  const auto master = std::ranges::find_if(
+      accounts, [&](TCode account) { return !data.FindAccount(account)->FSubAccounts.empty(); });
+  if (master != accounts.end()) return std::string(master->Text());
+  return accounts.empty() ? std::string() : std::string(accounts.front().Text());
 }
 
 bool AskWhetherToLoad(const std::string& package) {
@@ -123,6 +139,7 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
   hostOptions.FConfigFile = config;
   hostOptions.FWorkspaceFolder = config.parent_path() / "workspaces";
   TReferenceHost host(session.Book(), hostOptions);
+  const std::string account = FindFirstAccount(host.Data(), options.FAccount);
   WriteFirstSettings(host.Config(), GetResourceDirectory(terminal.FEnvironment));
   const TLoopPump pump(host.Loop());
   const TDialogs dialogs(host);
@@ -134,17 +151,19 @@ int RunWindow(TDesktopApplication& application, const TOptions& options) {
                         options.FSkipPackage);
   TMainWindow window(host, packages);
   application.SetWindow(&window);
-  THostViews views(host, window);
   TMarketMenu market(host);
-  window.SetExtraMenus([&](QMenuBar& bar) {
-    market.AddTo(bar);
-    views.UpdateTexts();
-  });
-  window.Restore(options.FAccount);
+  window.SetExtraMenus([&](QMenuBar& bar) { market.AddTo(bar); });
+  window.Restore(account);
   if (!missing.isEmpty()) window.ReportFault(window.windowTitle(), missing);
   window.show();
   const int code = QApplication::exec();
   application.SetWindow(nullptr);
+  return code;
+}
+
+int TellAndEnd(const std::exception& error, int code) {
+  std::cerr << "margindesk-desktop: " << error.what() << '\n';
+  QMessageBox::critical(nullptr, QStringLiteral("MarginDesk"), QString::fromUtf8(error.what()));
   return code;
 }
 
@@ -169,10 +188,10 @@ int RunDesktop(int argc, char** argv) {
     return RunWindow(application, options);
   } catch (const CLI::ParseError& error) {
     return parser.exit(error) == 0 ? kExitFine : kExitUsage;
+  } catch (const TCliError& error) {
+    return TellAndEnd(error, kExitUsage);
   } catch (const std::exception& error) {
-    std::cerr << "margindesk-desktop: " << error.what() << '\n';
-    QMessageBox::critical(nullptr, QStringLiteral("MarginDesk"), QString::fromUtf8(error.what()));
-    return kExitFault;
+    return TellAndEnd(error, kExitFault);
   }
 }
 

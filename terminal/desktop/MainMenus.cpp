@@ -38,6 +38,8 @@ void TMainWindow::SetExtraMenus(std::function<void(QMenuBar& bar)> add) {
 }
 
 void TMainWindow::BuildMenus() {
+  // The menu that is choosing now is one of them.
+  for (QMenu* menu : menuBar()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) menu->deleteLater();
   menuBar()->clear();
   for (const TMenuEntry& entry : BuildMenu(FHost.Views())) {
     AddEntries(*menuBar()->addMenu(ToQt(entry.FCaption)), entry.FItems);

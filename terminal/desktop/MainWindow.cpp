@@ -30,6 +30,7 @@ namespace {
 constexpr std::string_view kGeometryKey = "DesktopGeometry";
 constexpr std::string_view kDocksKey = "DesktopDocks";
 constexpr std::string_view kColumnsKey = "DesktopColumns_";
+constexpr std::string_view kHostViewsKey = "DesktopHostViews";
 constexpr std::string_view kWorkspaceKey = "DesktopWorkspace";
 constexpr const char* kFirstWorkspace = "default";
 constexpr const char* kFirstView = "TIAccountInfo";
@@ -66,11 +67,13 @@ bool BelongsTo(const TFrame& frame, const void* owner) {
 }  // namespace
 
 TMainWindow::TMainWindow(TReferenceHost& host, TPackages& packages)
-    : FHost(host), FPackages(packages), FStatus(host, *statusBar(), [this] { return IsSimulationOld(); }) {
+    : FHost(host),
+      FPackages(packages),
+      FStatus(host, *statusBar(), [this] { return IsSimulationOld(); }),
+      FHostViews(host, *this) {
   setWindowTitle(QStringLiteral("MarginDesk"));
   setDockOptions(AllowTabbedDocks | AllowNestedDocks | GroupedDragging);
   setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
-  FSaveTimer.setSingleShot(true);
   QObject::connect(&FSaveTimer, &QTimer::timeout, this, [this] { SaveGeometry(); });
   faultWindow = this;
   faultsBefore = SetHandlerFaultSink(&TellFault);
@@ -109,21 +112,28 @@ void TMainWindow::OpenView(const std::string& className) {
 
 void TMainWindow::ViewOpened(const TOpenView& view) {
   auto* dock = new TViewDock(FHost.Views(), view, this, [this](TViewHandle handle) { CloseView(handle); });
-  TViewDock* const before = FDocks.empty() ? nullptr : FDocks.rbegin()->second;
+  Place(*dock);
   FDocks[view.FHandle] = dock;
-  addDockWidget(Qt::LeftDockWidgetArea, dock);
-  if (before != nullptr && !before->isFloating()) splitDockWidget(before, dock, Qt::Horizontal);
   std::int32_t width = 0;
   std::int32_t height = 0;
   if (FHost.Views().FindClass(view.FClass)->GetDefaultSize(width, height)) {
-    resizeDocks({dock}, {width}, Qt::Horizontal);
+    resizeDocks({dock}, {Scaled(width)}, Qt::Horizontal);
   }
   dock->show();
-  const auto moved = [this] { FSaveTimer.start(kSaveDelay); };
-  QObject::connect(dock, &QDockWidget::dockLocationChanged, this, moved);
-  QObject::connect(dock, &QDockWidget::topLevelChanged, this, moved);
-  moved();
+  dock->raise();
   FStatus.NoteChange();
+}
+
+void TMainWindow::Place(TViewDock& dock) {
+  TViewDock* const before = FDocks.empty() ? nullptr : FDocks.rbegin()->second;
+  addDockWidget(Qt::LeftDockWidgetArea, &dock);
+  if (before == nullptr || before->isFloating()) return;
+  const int needed = before->minimumSizeHint().width() + dock.minimumSizeHint().width();
+  if (isVisible() && before->width() < needed) {
+    tabifyDockWidget(before, &dock);
+  } else {
+    splitDockWidget(before, &dock, Qt::Horizontal);
+  }
 }
 
 void TMainWindow::ViewClosing(TViewHandle handle) {
@@ -132,7 +142,6 @@ void TMainWindow::ViewClosing(TViewHandle handle) {
   TViewDock* const dock = found->second;
   FDocks.erase(found);  // first: the view's caption may still change while its dock goes
   delete dock;          // with its binders, before the controls go
-  if (!FLeaving) FSaveTimer.start(kSaveDelay);
   FStatus.NoteChange();
 }
 
@@ -193,6 +202,7 @@ void TMainWindow::SetLanguage(std::int32_t index) {
   for (TViewDock* dock : current) dock->Simulation().Retake();
   FHost.Preferences().SetLanguage(index);
   for (const auto& [handle, dock] : FDocks) dock->Update();
+  FHostViews.UpdateTexts();
   BuildMenus();
   FStatus.UpdateTexts();
   statusBar()->clearMessage();
@@ -210,13 +220,26 @@ void TMainWindow::Restore(const std::string& account) {
   TWorkspaces& workspaces = *FHost.Workspaces();
   std::string name = config.ReadString(config.GetUserSection(), kWorkspaceKey);
   if (name.empty()) name = kFirstWorkspace;
-  const std::vector<std::string> names = workspaces.List();
-  if (std::ranges::find(names, name) == names.end() || !workspaces.Load(name)) {
+  const auto isThere = [&] {
+    const std::vector<std::string> names = workspaces.List();
+    return std::ranges::find(names, name) != names.end();
+  };
+  if (!isThere() || !workspaces.Load(name)) {
     OpenFirstView();
+    const std::string wanted = name;
+    // One that is still there could not be read, and is left alone.
+    for (int i = 2; isThere(); ++i) name = wanted + ' ' + std::to_string(i);
     // Without the package there is nothing that would be worth keeping.
-    if (!FHost.Views().GetViews().empty()) workspaces.Save(name);
+    if (!FHost.Views().GetViews().empty() && workspaces.Save(name) && name != wanted) {
+      MakeCurrentWorkspace(name);
+    }
   }
   FinishLoading();
+  FSaveTimer.start(kSaveDelay);
+}
+
+void TMainWindow::MakeCurrentWorkspace(const std::string& name) {
+  FHost.Config().WriteString(FHost.Config().GetUserSection(), kWorkspaceKey, name, false);
 }
 
 void TMainWindow::OpenFirstView() {
@@ -233,8 +256,8 @@ void TMainWindow::FinishLoading() {
 
 void TMainWindow::LoadWorkspace(const std::string& name) {
   SaveGeometry();
-  if (!FHost.Workspaces()->Load(name)) return;
-  FHost.Config().WriteString(FHost.Config().GetUserSection(), kWorkspaceKey, name, false);
+  if (!FHost.Workspaces()->Load(name)) return BuildMenus();  // a damaged one is not listed any more
+  MakeCurrentWorkspace(name);
   FinishLoading();
 }
 
@@ -244,20 +267,36 @@ void TMainWindow::ResetWorkspace() {
     return;
   }
   FHost.Views().CloseAll();
+  FHostViews.Restore({});
   OpenFirstView();
   SaveGeometry();
 }
 
 void TMainWindow::SaveWorkspaceAs() {
-  const QString name = QInputDialog::getText(this, HostText("Desktop_SaveAs"), HostText("Desktop_Name"));
-  if (name.trimmed().isEmpty() || !FHost.Workspaces()->Save(FromQt(name.trimmed()))) return;
-  FHost.Config().WriteString(FHost.Config().GetUserSection(), kWorkspaceKey, FromQt(name.trimmed()), false);
+  QInputDialog dialog(this);
+  dialog.setWindowTitle(HostText("Desktop_SaveAs"));
+  dialog.setLabelText(HostText("Desktop_Name"));
+  dialog.setOkButtonText(HostText("Desktop_OK"));
+  dialog.setCancelButtonText(HostText("Desktop_Cancel"));
+  if (dialog.exec() != QDialog::Accepted) return;
+  const std::string name = FromQt(dialog.textValue().trimmed());
+  TWorkspaces& workspaces = *FHost.Workspaces();
+  const std::vector<std::string> names = workspaces.List();
+  const bool taken = name != workspaces.GetName() && std::ranges::find(names, name) != names.end();
+  const std::string question = FromQt(HostText("Desktop_ReplaceWorkspace").arg(ToQt(name)));
+  if (name.empty() ||
+      (taken && TCustomMessageBoxCtrl::GetInstance().ShowConfirmation(question) != kConfirmationYes) ||
+      !workspaces.Save(name)) {
+    return;
+  }
+  MakeCurrentWorkspace(name);
   SaveGeometry();
   BuildMenus();
 }
 
 // Docks are named by their place among the open views: handles are never given out twice.
 void TMainWindow::SaveGeometry() {
+  if (FHost.Workspaces()->GetName().empty()) return;
   FHost.Workspaces()->Flush();
   int place = 0;
   for (const auto& [handle, dock] : FDocks) dock->setObjectName(QStringLiteral("view%1").arg(place++));
@@ -265,6 +304,7 @@ void TMainWindow::SaveGeometry() {
   const std::string section = "Desktop_" + FHost.Workspaces()->GetName();
   config.WriteString(section, kGeometryKey, saveGeometry().toBase64().toStdString(), false);
   config.WriteString(section, kDocksKey, saveState().toBase64().toStdString(), false);
+  config.WriteString(section, kHostViewsKey, FHostViews.Save(), false);
   for (const auto& [handle, dock] : FDocks) {
     const std::string key = std::string(kColumnsKey) + FromQt(dock->objectName());
     config.WriteString(section, key, ReadKeptColumns(*FHost.Views().Find(handle)->FFrame), false);
@@ -275,15 +315,20 @@ void TMainWindow::RestoreGeometry() {
   int place = 0;
   for (const auto& [handle, dock] : FDocks) dock->setObjectName(QStringLiteral("view%1").arg(place++));
   const std::string section = "Desktop_" + FHost.Workspaces()->GetName();
-  const auto read = [&](std::string_view key) {
-    return QByteArray::fromBase64(QByteArray::fromStdString(FHost.Config().ReadString(section, key)));
-  };
-  if (!restoreGeometry(read(kGeometryKey))) resize(1280, 800);
-  restoreState(read(kDocksKey));
+  FHostViews.Restore(FHost.Config().ReadString(section, kHostViewsKey));
+  const auto geometry = QByteArray::fromStdString(FHost.Config().ReadString(section, kGeometryKey));
+  if (!restoreGeometry(QByteArray::fromBase64(geometry))) resize(1280, 800);
+  RestoreDocks();
   for (const auto& [handle, dock] : FDocks) {
     const std::string key = std::string(kColumnsKey) + FromQt(dock->objectName());
     ShowKeptColumns(*FHost.Views().Find(handle)->FFrame, FHost.Config().ReadString(section, key));
   }
+}
+
+void TMainWindow::RestoreDocks() {
+  const std::string section = "Desktop_" + FHost.Workspaces()->GetName();
+  restoreState(
+      QByteArray::fromBase64(QByteArray::fromStdString(FHost.Config().ReadString(section, kDocksKey))));
 }
 
 void TMainWindow::closeEvent(QCloseEvent* event) {
@@ -297,6 +342,9 @@ void TMainWindow::closeEvent(QCloseEvent* event) {
 void TMainWindow::showEvent(QShowEvent* event) {
   QMainWindow::showEvent(event);
   if (std::exchange(FShown, true)) return;
+  // Before the window was laid out, the left and the right side could not be given their shares.
+  QMetaObject::invokeMethod(
+      this, [this] { RestoreDocks(); }, Qt::QueuedConnection);
   TCustomGlobalChannelManager::GetInstance().PostChannelData(kChannelMainFormShown, "", nullptr, 0);
 }
 

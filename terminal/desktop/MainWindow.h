@@ -12,12 +12,13 @@
 #include "host/services/ReferenceHost.h"
 #include "terminal/desktop/StatusLine.h"
 #include "terminal/desktop/ViewDock.h"
+#include "terminal/desktop/views/HostViews.h"
 
 namespace margindesk {
 
-// The terminal's window: the menus that the packages' views make up, a dock for every open view, workspaces,
-// language, skin and scale, and a status bar. It keeps no state of its own that matters: what is open, and
-// how, is the host's.
+// The terminal's window: the menus that the packages' views make up, a dock for every open view and for those
+// of the host, workspaces, language, skin and scale, and a status bar. It keeps no state of its own that
+// matters: what is open, and how, is the host's.
 class TMainWindow : public QMainWindow, private TOpenViewsListener {
  public:
   // Both must outlive it; the host keeps workspaces.
@@ -58,6 +59,8 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
   void SetLanguage(std::int32_t index);
   void ApplyLook();
   void SaveWorkspaceAs();
+  void MakeCurrentWorkspace(const std::string& name);
+  void Place(TViewDock& dock);  // beside the others, or in a tab over the last where there is no room
   void OpenFirstView();
   void FinishLoading();
   void ResetWorkspace();
@@ -66,12 +69,14 @@ class TMainWindow : public QMainWindow, private TOpenViewsListener {
   void ShowAbout();
   void SaveGeometry();
   void RestoreGeometry();
+  void RestoreDocks();
 
   TReferenceHost& FHost;
   TPackages& FPackages;
   std::map<TViewHandle, TViewDock*> FDocks;
   TStatusLine FStatus;
-  QTimer FSaveTimer;     // of the docks' places, for after a change
+  THostViews FHostViews;
+  QTimer FSaveTimer;     // of where the docks are
   std::string FAccount;  // of the first view
   bool FShown = false;
   bool FLeaving = false;

@@ -14,7 +14,9 @@ TReferenceHostOptions MakeOptions() {
   return options;
 }
 
-void FailOnFault(std::string_view what, const void* /*owner*/) { ADD_FAILURE() << "a handler threw: " << what; }
+void FailOnFault(std::string_view what, const void* /*owner*/) {
+  ADD_FAILURE() << "a handler threw: " << what;
+}
 
 }  // namespace
 

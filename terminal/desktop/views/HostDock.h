@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDockWidget>
+#include <string>
+#include <vector>
 
 #include "terminal/desktop/DockTitle.h"
 
@@ -15,6 +17,9 @@ class THostDock : public QDockWidget {
   }
 
   TDockTitle& Title() noexcept { return *FTitle; }
+
+  // What kind of dock it is and what it shows, for one that is opened again with its workspace; else nothing.
+  virtual std::vector<std::string> Describe() const { return {}; }
 
   virtual void UpdateTexts() = 0;  // in the current language
   virtual void Refresh() = 0;

@@ -7,6 +7,7 @@
 #include "controls/Frame.h"
 #include "controls/GridTableView.h"
 #include "host/framework/PositionRowKey.h"
+#include "model/CommaText.h"
 #include "model/contract/BaseOrderData.h"
 #include "model/contract/Basedcdatacontrol.h"
 #include "model/contract/Constdef.h"
@@ -22,6 +23,7 @@ namespace margindesk {
 namespace {
 
 constexpr std::string_view kAddressKey = "AcctInfo_URL";
+constexpr const char* kLinkedDetail = "linked-position";  // in place of the dock's own kind
 
 constexpr int kWidth = 40;  // percent of the window that the first dock takes
 
@@ -144,9 +146,8 @@ std::string THostViews::FindChosenKey(const void* control, TCode account) const 
 }
 
 // The first dock stands on the right, the next ones in tabs over it.
-void THostViews::Show(THostDock& dock) {
+bool THostViews::Add(THostDock& dock) {
   std::erase_if(FDocks, [](const auto& other) { return other == nullptr; });
-  dock.setObjectName(QStringLiteral("hostview%1").arg(FCount++));
   const auto before = std::ranges::find_if(FDocks, [this](const auto& other) {
     return !other->isFloating() && FWindow.dockWidgetArea(other) == Qt::RightDockWidgetArea;
   });
@@ -155,6 +156,19 @@ void THostViews::Show(THostDock& dock) {
   if (!first) FWindow.tabifyDockWidget(*before, &dock);
   FDocks.emplace_back(&dock);
   dock.show();
+  return first;
+}
+
+QString THostViews::FindFreeName() const {
+  for (int i = 0;; ++i) {
+    const QString name = QStringLiteral("hostview%1").arg(i);
+    if (FWindow.findChild<QDockWidget*>(name) == nullptr) return name;
+  }
+}
+
+void THostViews::Show(THostDock& dock) {
+  dock.setObjectName(FindFreeName());
+  const bool first = Add(dock);
   dock.raise();
   if (!first) return;
   // Once the window has laid the dock out.
@@ -164,6 +178,45 @@ void THostViews::Show(THostDock& dock) {
         window.resizeDocks({&dock}, {window.width() * kWidth / 100}, Qt::Horizontal);
       },
       Qt::QueuedConnection);
+}
+
+std::string THostViews::Save() const {
+  std::vector<std::string> docks;
+  for (const auto& dock : FDocks) {
+    std::vector<std::string> description = dock == nullptr ? std::vector<std::string>() : dock->Describe();
+    if (description.empty()) continue;
+    if (dock == FDetail) description.front() = kLinkedDetail;
+    description.insert(description.begin(), FromQt(dock->objectName()));
+    docks.push_back(JoinCommaText(description));
+  }
+  return JoinCommaText(docks);
+}
+
+void THostViews::Restore(const std::string& text) {
+  for (const auto& dock : FDocks) delete dock.data();
+  FDocks.clear();
+  for (const std::string& entry : SplitCommaText(text)) {
+    const std::vector<std::string> description = SplitCommaText(entry);
+    THostDock* dock = description.size() < 3 ? nullptr : MakeDock(description);
+    if (dock == nullptr) continue;
+    dock->setObjectName(ToQt(description.front()));
+    Add(*dock);
+  }
+}
+
+THostDock* THostViews::MakeDock(const std::vector<std::string>& description) {
+  const std::string& kind = description[1];
+  const TCode code(description[2]);
+  const std::string key = description.size() < 4 ? std::string() : description[3];
+  if (kind == TPositionDetail::kKind) return new TPositionDetail(FHost.Data(), code, key, &FWindow);
+  if (kind == TPayOffDock::kKind) return new TPayOffDock(FHost.Data(), code, key, &FWindow);
+  if (kind == kLinkedDetail) {
+    FDetail = new TPositionDetail(FHost.Data(), code, key, &FWindow);
+    return FDetail;
+  }
+  if (kind != TQuotesDock::kKind) return nullptr;
+  FQuotes = new TQuotesDock(FHost.Data(), code, &FWindow);
+  return FQuotes;
 }
 
 void THostViews::UpdateTexts() {

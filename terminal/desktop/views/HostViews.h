@@ -25,6 +25,12 @@ class THostViews {
 
   void UpdateTexts();  // in the current language
 
+  // What is open, as a text that Restore takes. The more-information pages belong to their views and are not
+  // among it.
+  std::string Save() const;
+  // Opens that in place of what is open, each dock under the object name that it had.
+  void Restore(const std::string& text);
+
  private:
   static constexpr std::chrono::milliseconds kBeat{200};
 
@@ -36,6 +42,9 @@ class THostViews {
   // `control` if it is there, else in any. Empty for none.
   std::string FindChosenKey(const void* control, TCode account) const;
   void Show(THostDock& dock);
+  bool Add(THostDock& dock);  // whether it is alone on the right
+  QString FindFreeName() const;
+  THostDock* MakeDock(const std::vector<std::string>& description);  // null: of no kind that is known
   void Refresh();
 
   TReferenceHost& FHost;
@@ -45,7 +54,6 @@ class THostViews {
   std::map<std::string, QPointer<THostDock>> FPages;  // more-information pages by their senders
   QPointer<THostDock> FDetail;                        // the one that follows the linked account
   QPointer<THostDock> FQuotes;
-  int FCount = 0;  // of the docks that there ever were: it names them
 };
 
 }  // namespace margindesk

@@ -81,6 +81,10 @@ TPayOffDock::TPayOffDock(THostData& hostData, TCode account, std::string key, QW
   UpdateTexts();
 }
 
+std::vector<std::string> TPayOffDock::Describe() const {
+  return {kKind, std::string(FChooser->GetAccount().Text()), FChooser->GetKey()};
+}
+
 void TPayOffDock::UpdateTexts() {
   setWindowTitle(HostText("Desktop_PayOff") + QStringLiteral(" – ") + ToQt(FChooser->GetAccount().Text()));
   FChooser->setAccessibleName(HostText("Desktop_Position"));

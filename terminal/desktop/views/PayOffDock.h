@@ -16,8 +16,11 @@ namespace margindesk {
 // underlying with it. The volatility is that of the option's price until the person sets one.
 class TPayOffDock : public THostDock {
  public:
+  static constexpr const char* kKind = "pay-off";
+
   TPayOffDock(THostData& hostData, TCode account, std::string key, QWidget* parent);
 
+  std::vector<std::string> Describe() const override;
   void UpdateTexts() override;
   void Refresh() override;
 

@@ -134,6 +134,10 @@ void TPositionDetail::Choose(TCode account, std::string key) {
   UpdateTexts();
 }
 
+std::vector<std::string> TPositionDetail::Describe() const {
+  return {kKind, std::string(FChooser->GetAccount().Text()), FChooser->GetKey()};
+}
+
 void TPositionDetail::UpdateTexts() {
   setWindowTitle(HostText("Desktop_PositionDetail") + QStringLiteral(" – ") +
                  ToQt(FChooser->GetAccount().Text()));

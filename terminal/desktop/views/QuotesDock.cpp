@@ -91,6 +91,8 @@ void TQuotesDock::SetSymbol(TCode symbol) {
   UpdateTexts();
 }
 
+std::vector<std::string> TQuotesDock::Describe() const { return {kKind, std::string(FSymbol.Text())}; }
+
 void TQuotesDock::UpdateTexts() {
   setWindowTitle(HostText("Desktop_Quotes") + QStringLiteral(" – ") + ToQt(FSymbol.Text()));
   FPrice->setAccessibleName(HostText("Desktop_Last"));

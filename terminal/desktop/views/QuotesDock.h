@@ -31,10 +31,13 @@ class TPriceLine : public QWidget {
 // A symbol's quotes with its live price: last and change, bid and ask, and the prices since it was opened.
 class TQuotesDock : public THostDock {
  public:
+  static constexpr const char* kKind = "quotes";
+
   TQuotesDock(THostData& hostData, TCode symbol, QWidget* parent);
 
   void SetSymbol(TCode symbol);
 
+  std::vector<std::string> Describe() const override;
   void UpdateTexts() override;
   void Refresh() override;
 
