@@ -21,6 +21,7 @@
 #include "terminal/desktop/KeptColumns.h"
 #include "terminal/desktop/PreferenceWindow.h"
 #include "terminal/desktop/Skin.h"
+#include "terminal/desktop/ToolkitTexts.h"
 #include "terminal/desktop/binders/AccountBox.h"
 
 namespace margindesk {
@@ -209,6 +210,7 @@ void TMainWindow::SetLanguage(std::int32_t index) {
 }
 
 void TMainWindow::ApplyLook() {
+  UseToolkitTexts(FHost.Language().GetLanguageIndex());
   ApplySkin(*qApp, TCustomLookAndFeelService::GetInstance().GetSkinName(), ReadScale(FHost.Config()));
 }
 

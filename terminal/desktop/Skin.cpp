@@ -61,7 +61,8 @@ constexpr QStyle::PixelMetric kScaledSizes[] = {
 
 int appliedScale = 100;  // percent
 
-// Boxes to type in and to tick have an outline that stands out from the window at 3 to 1 in every skin.
+// Boxes to type in and to tick, and menus, have an outline that stands out from the window at 3 to 1 in every
+// skin.
 class TSkinStyle : public QProxyStyle {
  public:
   TSkinStyle(bool dark, int scalePercent)
@@ -80,8 +81,9 @@ class TSkinStyle : public QProxyStyle {
     if (element == PE_PanelItemViewRow) return QCommonStyle::drawPrimitive(element, option, painter, widget);
     if (element == PE_IndicatorBranch && !option->state.testFlag(State_Children)) return;
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (element != PE_FrameLineEdit && element != PE_IndicatorCheckBox) return;
-    if ((option->state & State_HasFocus) != 0) return;
+    const bool box = element == PE_FrameLineEdit || element == PE_IndicatorCheckBox;
+    const bool outlined = box ? !option->state.testFlag(State_HasFocus) : element == PE_PanelMenu;
+    if (!outlined) return;
     painter->save();
     painter->setPen(FOutline);
     painter->setBrush(Qt::NoBrush);

@@ -32,6 +32,7 @@ trap finish EXIT
 
 fail() {
   printf 'end_to_end: %s\n' "$*" >&2
+  tail -n 60 "$home/out" >&2
   [[ -z $pictures ]] || import -window root "$pictures/failure.png"
   exit 1
 }
