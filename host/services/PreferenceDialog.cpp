@@ -47,6 +47,11 @@ bool TPreferenceDialog::Apply() {
   return ForEachPage([](TIBasePreferenceView& view, TViewHandle handle) { return view.Execute(handle); });
 }
 
+void TPreferenceDialog::Preview(TCustomConfigManager& config) const {
+  const TServiceScope<TCustomConfigManager> scope(config);
+  ForEachPage([](TIBasePreferenceView& view, TViewHandle handle) { return view.Execute(handle); });
+}
+
 bool TPreferenceDialog::Reset() {
   return ForEachPage([](TIBasePreferenceView& view, TViewHandle handle) { return view.Reset(handle); });
 }

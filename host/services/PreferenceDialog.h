@@ -9,6 +9,7 @@
 namespace margindesk {
 
 class TConfigManager;
+class TCustomConfigManager;
 class TOpenViews;
 
 // A page of the dialog. The frame belongs to its plug-in object and goes with it.
@@ -37,6 +38,8 @@ class TPreferenceDialog {
   // Saves every page. What they write is announced once, at the end: a page that heard of it earlier would
   // load itself again and lose what is still to be saved.
   bool Apply();
+  // Saves every page into `config` instead: what would be stored, while the person still chooses.
+  void Preview(TCustomConfigManager& config) const;
   bool Reset();  // every page shows what is stored
   bool ResetFactory();
   bool Cancel() { return Reset(); }      // what has not been applied is gone when the dialog is shown again

@@ -1,11 +1,8 @@
 #include "terminal/desktop/HostPage.h"
 
-#include <QFormLayout>
-#include <QGroupBox>
-#include <QVBoxLayout>
+#include <QLabel>
 #include <algorithm>
 
-#include "model/contract/Formatter.h"
 #include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Skin.h"
 
@@ -13,18 +10,7 @@ namespace margindesk {
 
 namespace {
 
-struct TSample {
-  const char* FText;
-  std::int32_t FKind;  // of the formatter
-  double FValue;
-};
-
-constexpr TSample kSamples[] = {
-    {"Desktop_Amounts", kFormatAmount, 1234567.8},
-    {"Desktop_Quantities", kFormatQuantity, 12000},
-    {"Desktop_QuotedPrices", kFormatPrice, 318.4},
-    {"Desktop_Ratios", kFormatRatio, 0.0525},
-};
+constexpr const char* kSkins[] = {"Light", "Dark"};
 constexpr std::string_view kConfirmKey = "ConfirmationClosePosition";
 
 void Select(QComboBox& box, const QVariant& value) { box.setCurrentIndex(std::max(box.findData(value), 0)); }
@@ -45,39 +31,31 @@ THostPage::THostPage(TConfigManager& config, QWidget* parent)
       FLanguage(new QComboBox(this)),
       FSkin(new QComboBox(this)),
       FScale(new QComboBox(this)),
-      FConfirm(new QCheckBox(HostText("Desktop_ConfirmClosing"), this)) {
+      FConfirm(new QCheckBox(this)) {
   setObjectName(QStringLiteral("HostPage"));
   for (const TLanguageName& language : kLanguageNames) {
     FLanguage->addItem(QString::fromUtf8(language.FName), language.FIndex);
   }
-  FSkin->addItem(HostText("Desktop_SkinLight"), QStringLiteral("Light"));
-  FSkin->addItem(HostText("Desktop_SkinDark"), QStringLiteral("Dark"));
+  for (const char* skin : kSkins) FSkin->addItem({}, QString::fromLatin1(skin));
   for (const int percent : kScaleSteps) FScale->addItem(QStringLiteral("%1 %").arg(percent), percent);
-
-  auto* form = new QFormLayout;
-  form->addRow(HostText("Desktop_Language"), FLanguage);
-  form->addRow(HostText("Desktop_Skin"), FSkin);
-  form->addRow(HostText("Desktop_Scale"), FScale);
-  form->addRow(FConfirm);
-  auto* decimals = new QGroupBox(HostText("Desktop_Decimals"), this);
-  auto* samples = new QFormLayout(decimals);
-  for (const TSample& sample : kSamples) {
-    FSamples.push_back(new QLabel(decimals));
-    FSamples.back()->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    samples->addRow(HostText(sample.FText), FSamples.back());
-  }
-  auto* box = new QVBoxLayout(this);
-  box->addLayout(form);
-  box->addWidget(decimals);
-  box->addStretch(1);
+  FForm = new QFormLayout(this);
+  for (QComboBox* field : {FLanguage, FSkin, FScale}) FForm->addRow(new QLabel(this), field);
+  FForm->addRow(FConfirm);
+  UpdateTexts();
   Load();
 }
 
-void THostPage::UpdateSamples() {
-  const TCustomFormatter& formatter = TCustomFormatter::GetInstance();
-  for (std::size_t i = 0; i < FSamples.size(); ++i) {
-    FSamples[i]->setText(ToQt(formatter.FormatValue(kSamples[i].FValue, kSamples[i].FKind, TCode(), true)));
-  }
+void THostPage::UpdateTexts() {
+  const auto name = [this](QWidget* field, const char* key) {
+    static_cast<QLabel*>(FForm->labelForField(field))->setText(HostText(key));
+    field->setAccessibleName(HostText(key));
+  };
+  name(FLanguage, "Desktop_Language");
+  name(FSkin, "Desktop_Skin");
+  name(FScale, "Desktop_Scale");
+  FSkin->setItemText(0, HostText("Desktop_SkinLight"));
+  FSkin->setItemText(1, HostText("Desktop_SkinDark"));
+  FConfirm->setText(HostText("Desktop_ConfirmClosing"));
 }
 
 void THostPage::Load() {
@@ -86,7 +64,6 @@ void THostPage::Load() {
   Select(*FSkin, ToQt(FConfig.ReadString(user, kSkinKey)));
   Select(*FScale, ReadScale(FConfig));
   FConfirm->setChecked(FConfig.ReadBool(user, kConfirmKey));
-  UpdateSamples();
 }
 
 void THostPage::LoadFactory() {

@@ -2,10 +2,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
+#include <QFormLayout>
 #include <QWidget>
 #include <cstdint>
-#include <vector>
 
 #include "host/services/ConfigManager.h"
 
@@ -25,26 +24,25 @@ struct TLanguageName {
 };
 extern const TLanguageName kLanguageNames[3];
 
-// The host's own page of the preference dialog: language, skin, scale, whether closing a position is
-// confirmed, and a sample of each kind of figure in the decimals that are set on the package's page.
+// The host's own page of the preference dialog: language, skin, scale, and whether closing a position is
+// confirmed.
 class THostPage : public QWidget {
  public:
   THostPage(TConfigManager& config, QWidget* parent);  // which must outlive it
 
-  void Load();         // shows what is stored, the samples too
+  void UpdateTexts();  // in the current language
+  void Load();         // shows what is stored
   void LoadFactory();  // shows the factory values
   void Save();         // stores what is shown; the configuration tells of it
   std::int32_t GetLanguage() const;
 
  private:
-  void UpdateSamples();
-
   TConfigManager& FConfig;
   QComboBox* const FLanguage;
   QComboBox* const FSkin;
   QComboBox* const FScale;
   QCheckBox* const FConfirm;
-  std::vector<QLabel*> FSamples;
+  QFormLayout* FForm;
 };
 
 }  // namespace margindesk

@@ -27,7 +27,7 @@ class TBinder : public QObject {
   // To be called by the constructor of a derived binder when it is complete.
   void Show() { ControlUpdated(); }
 
-  // What every kind has: whether it can be used, its hint and its name for a screen reader.
+  // What every kind has: whether it can be used, and its hint. Its layout names it for a screen reader.
   void RefreshCommon();
 
   QWidget& Widget() const noexcept { return FWidget; }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "terminal/desktop/HostText.h"
 #include "terminal/desktop/Skin.h"
 #include "terminal/desktop/Text.h"
 #include "terminal/desktop/binders/BinderFactory.h"
@@ -18,6 +19,17 @@ namespace {
 
 constexpr auto kRebuild = static_cast<QEvent::Type>(QEvent::User + 2);
 constexpr int kSpacing = 6;  // pixels between places
+
+struct TControlName {
+  std::string_view FControl;
+  const char* FText;
+};
+
+constexpr TControlName kNames[] = {
+    {"AccountInfoTree", "Desktop_NameFigures"},
+    {"PositionGrid", "Desktop_NamePositions"},
+    {"OrderGrid", "Desktop_NameOrders"},
+};
 
 // Whether the place takes what is left over along its group.
 bool Grows(const TBaseLayoutItem& item, TLayoutDirection direction) {
@@ -138,12 +150,24 @@ QWidget* TLayoutBinder::MakeItem(TLayoutItem& item, QWidget* parent) {
     widget->setParent(place);
     widget->setVisible(item.GetControl()->GetVisible());
     box->addWidget(widget, 1);
-    if (label != nullptr) {
-      label->setBuddy(widget);
-      widget->setAccessibleName(label->text());
-    }
+    if (label != nullptr) label->setBuddy(widget);
+    NameWidget(*widget, item);
   }
   return place;
+}
+
+// A control is called what stands beside it: its place's caption, else its own, else that of the control
+// before it. The big ones have nothing there.
+void TLayoutBinder::NameWidget(QWidget& widget, const TLayoutItem& item) const {
+  const auto* big = std::ranges::find(kNames, item.GetControl()->GetComponentName(), &TControlName::FControl);
+  if (big != std::end(kNames)) return widget.setAccessibleName(HostText(big->FText));
+  std::string name = item.GetCaption().empty() ? item.GetControl()->GetCaption() : item.GetCaption();
+  for (const TBaseLayoutItem* other : item.GetParent()->GetItems()) {
+    if (!name.empty() || other == &item) break;
+    const auto* before = dynamic_cast<const TLayoutItem*>(other);
+    if (before != nullptr && before->GetControl() != nullptr) name = before->GetControl()->GetCaption();
+  }
+  if (!name.empty()) widget.setAccessibleName(ToQt(name));
 }
 
 QWidget* TLayoutBinder::FindWidget(TControl& control) {

@@ -26,6 +26,7 @@ class TLayoutBinder : public QObject {
   QWidget* MakePlace(TBaseLayoutItem& item, QWidget* parent);
   QWidget* MakeGroup(TLayoutGroup& group, QWidget* parent);
   QWidget* MakeItem(TLayoutItem& item, QWidget* parent);
+  void NameWidget(QWidget& widget, const TLayoutItem& item) const;  // for a screen reader
   QWidget* FindWidget(TControl& control);
 
   TLayoutControl& FLayout;
