@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QTableView>
 #include <functional>
+#include <utility>
 
 #include "controls/GridTableView.h"
 #include "terminal/desktop/binders/CellField.h"
@@ -78,6 +79,23 @@ class TGridEditors : public QObject {
   TVariant FShown;   // what of the grid's editor stands in the field
   QString FRefusal;  // why the text in the field is no value of the cell
   bool FStepping = false;
+};
+
+class TGridEditors::TStep {
+ public:
+  explicit TStep(TGridEditors& editors)
+      : FEditors(&editors), FBefore(std::exchange(editors.FStepping, true)) {}
+  ~TStep() {
+    if (FEditors) FEditors->FStepping = FBefore;
+  }
+  TStep(const TStep&) = delete;
+  TStep& operator=(const TStep&) = delete;
+
+  bool IsAlive() const { return !FEditors.isNull(); }  // the form may have closed the view
+
+ private:
+  const QPointer<TGridEditors> FEditors;
+  const bool FBefore;
 };
 
 }  // namespace margindesk
