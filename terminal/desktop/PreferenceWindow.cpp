@@ -116,6 +116,8 @@ void TPreferenceWindow::AddButtons() {
 
 void TPreferenceWindow::UpdateTexts() {
   setWindowTitle(HostText("Desktop_PreferencesTitle"));
+  FTabs->setAccessibleName(windowTitle());
+  FTabs->tabBar()->setAccessibleName(windowTitle());
   FTabs->setTabText(0, HostText("Desktop_General"));
   int tab = 1;
   for (const TPreferencePage& page : FDialog.GetPages()) FTabs->setTabText(tab++, ToQt(page.FName));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QScrollArea>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,10 @@ class THostDock : public QDockWidget {
  public:
   explicit THostDock(QWidget* parent) : QDockWidget(parent), FTitle(new TDockTitle(*this)) {
     setAttribute(Qt::WA_DeleteOnClose);
+    // What scrolls takes the focus, and is called what the dock is.
+    QObject::connect(this, &QWidget::windowTitleChanged, this, [this](const QString& title) {
+      for (QScrollArea* area : findChildren<QScrollArea*>()) area->setAccessibleName(title);
+    });
   }
 
   TDockTitle& Title() noexcept { return *FTitle; }
