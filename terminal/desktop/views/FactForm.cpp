@@ -40,8 +40,7 @@ void TFactForm::SetFacts(const std::vector<TFact>& facts) {
     FGrid->setColumnStretch(1, 1);
     for (const TFact& fact : facts) AddLine(fact);
     FGrid->setRowStretch(static_cast<int>(facts.size()), 1);
-    // A value far from its caption is hard to read across.
-    FContent->setMaximumWidth(kLetters * fontMetrics().averageCharWidth());
+    LimitWidth();
     setWidget(FContent);  // the one before goes
   }
   for (std::size_t i = 0; i < facts.size(); ++i) {
@@ -81,6 +80,9 @@ void TFactForm::SetValue(const TLine& line, const QString& value) const {
   if (line.FValue->foregroundRole() != role) line.FValue->setForegroundRole(role);
 }
 
+// A value far from its caption is hard to read across.
+void TFactForm::LimitWidth() { FContent->setMaximumWidth(kLetters * fontMetrics().averageCharWidth()); }
+
 // A heading's bold font is its own and does not follow the scale by itself.
 void TFactForm::changeEvent(QEvent* event) {
   QScrollArea::changeEvent(event);
@@ -90,6 +92,9 @@ void TFactForm::changeEvent(QEvent* event) {
   for (const TLine& line : FLines) {
     if (line.FKind == TFact::TKind::kHeading) line.FCaption->setFont(bold);
   }
+  if (FContent == nullptr) return;
+  LimitWidth();
+  updateGeometry();
 }
 
 }  // namespace margindesk

@@ -36,6 +36,7 @@ class TFactForm : public QScrollArea {
     TFact::TKind FKind;
   };
 
+  void LimitWidth();
   void AddLine(const TFact& fact);
   void SetValue(const TLine& line, const QString& value) const;
 
