@@ -1,8 +1,9 @@
 #include "terminal/desktop/Dialogs.h"
 
 #include <QApplication>
-#include <QMessageBox>
+#include <QMainWindow>
 #include <QPushButton>
+#include <algorithm>
 
 #include "model/contract/Constdef.h"
 #include "model/contract/Datadef.h"
@@ -23,15 +24,31 @@ void ChooseColumns(void* data) {
   record->FCallback(nullptr, &result);
 }
 
+// The window over which a message is shown; null while there is none.
+QWidget* FindWindow() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto main = std::ranges::find_if(
+      windows, [](const QWidget* window) { return qobject_cast<const QMainWindow*>(window) != nullptr; });
+  return main == windows.end() ? nullptr : *main;
+}
+
 }  // namespace
 
 void TMessageWindows::ShowMessage(std::string_view text) {
-  auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("MarginDesk"), ToQt(text),
-                              QMessageBox::NoButton, QApplication::activeWindow());
-  box->addButton(HostText("Desktop_OK"), QMessageBox::AcceptRole);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setTextFormat(Qt::PlainText);
-  box->open();
+  if (FMessage != nullptr) {
+    const QStringList lines = FMessage->text().split(u'\n');
+    if (!lines.contains(ToQt(text))) FMessage->setText(FMessage->text() + u'\n' + ToQt(text));
+    return;
+  }
+  FMessage = new QMessageBox(QMessageBox::Information, QStringLiteral("MarginDesk"), ToQt(text),
+                             QMessageBox::NoButton, FindWindow());
+  FMessage->addButton(HostText("Desktop_OK"), QMessageBox::AcceptRole);
+  FMessage->setAttribute(Qt::WA_DeleteOnClose);
+  FMessage->setTextFormat(Qt::PlainText);
+  QObject::connect(FMessage, &QDialog::finished, FMessage, [this] { FMessage.clear(); });
+  // What is said while the terminal starts is shown over its window.
+  QMetaObject::invokeMethod(FMessage, &QDialog::open, Qt::QueuedConnection);
 }
 
 std::int32_t TMessageWindows::ShowConfirmation(std::string_view text) {

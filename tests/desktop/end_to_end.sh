@@ -230,6 +230,8 @@ echo accountviews.so >"$XDG_CONFIG_HOME/margindesk/loading-package"
 start
 keys Return
 until_true "the mark stays" window '^MarginDesk$' >/dev/null
+sleep 1
+keys Return # the message that the views are kept
 focus '^MarginDesk$'
 leave
 cmp -s "$workspace" "$home/before" || fail "a start without the package lost the workspace"
