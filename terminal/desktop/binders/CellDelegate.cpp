@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kPadding = 4;            // pixels beside a text
 constexpr int kMarkWidth = 4;          // pixels of the mark of a changed cell
-constexpr double kSpinDistance = 3.5;  // pixels of the two arrows from the middle
+constexpr double kSpinDistance = 3.5;  // pixels at 100 % scale of the two arrows from the middle
 constexpr int kBarAlpha = 110;         // the text on the bar stays readable in every skin
 constexpr int kSelectedBar = 2;        // pixels of a bar below the text of a selected row
 // What goes beyond a bar's first part: of a margin level more is safer.
@@ -44,8 +44,9 @@ void PaintBar(QPainter& painter, const QRect& rect, const TShownCell& cell, bool
 void PaintButton(QPainter& painter, const QRect& rect, TCellButton button) {
   const QPointF center = QRectF(rect).center();
   if (button == TCellButton::Drop) return PaintArrow(painter, center, false);
-  PaintArrow(painter, center - QPointF(0, kSpinDistance), true);
-  PaintArrow(painter, center + QPointF(0, kSpinDistance), false);
+  const QPointF away(0, kSpinDistance * Scaled(100) / 100.0);
+  PaintArrow(painter, center - away, true);
+  PaintArrow(painter, center + away, false);
 }
 
 // How bright a colour is to the eye, 0 to 1.
@@ -84,8 +85,8 @@ void TCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->setPen(text);
   QRect inside = option.rect;
   if (cell->FButton != TCellButton::None) {
-    inside.setRight(inside.right() - kCellButtonWidth);
-    PaintButton(*painter, option.rect.adjusted(option.rect.width() - kCellButtonWidth, 0, 0, 0),
+    inside.setRight(inside.right() - GetCellButtonWidth());
+    PaintButton(*painter, option.rect.adjusted(option.rect.width() - GetCellButtonWidth(), 0, 0, 0),
                 cell->FButton);
   }
   inside.adjust(kPadding + (cell->FChanged ? kMarkWidth : 0), 0, -kPadding, 0);
@@ -109,7 +110,7 @@ bool TCellDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const 
 QSize TCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
   const auto* cell = index.data(kShownCellRole).value<const TShownCell*>();
   const int width = cell == nullptr ? 0 : FTexts.GetWidth(cell->FText, option.font);
-  const int button = cell == nullptr || cell->FButton == TCellButton::None ? 0 : kCellButtonWidth;
+  const int button = cell == nullptr || cell->FButton == TCellButton::None ? 0 : GetCellButtonWidth();
   return {width + button + 2 * kPadding + kMarkWidth, FRowHeight};
 }
 

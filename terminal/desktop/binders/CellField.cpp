@@ -34,8 +34,10 @@ class TArrowButton : public QToolButton {
 }  // namespace
 
 void PaintArrow(QPainter& painter, QPointF center, bool up) {
-  const double tip = up ? -2 : 2;
-  const QPointF corners[] = {center + QPointF(-3.5, -tip), center + QPointF(3.5, -tip),
+  const double unit = Scaled(100) / 100.0;
+  const double tip = (up ? -2 : 2) * unit;
+  const double side = 3.5 * unit;
+  const QPointF corners[] = {center + QPointF(-side, -tip), center + QPointF(side, -tip),
                              center + QPointF(0, tip)};
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);
@@ -80,7 +82,7 @@ TCellField::TCellField(QWidget* parent, TKind kind)
 QToolButton* TCellField::MakeButton(bool up, const QString& name) {
   auto* button = new TArrowButton(this, up);
   button->setFocusPolicy(Qt::NoFocus);
-  button->setFixedWidth(kCellButtonWidth - 2);
+  button->setFixedWidth(GetCellButtonWidth() - 2);
   button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
   button->setMinimumHeight(1);
   button->setAccessibleName(name);

@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QToolButton>
 
+#include "terminal/desktop/Skin.h"
+
 namespace margindesk {
 
 // What stands in a cell while it is edited: a line, and at its right the buttons of its kind.
@@ -38,6 +40,6 @@ class TCellField : public QFrame {
 void PaintArrow(QPainter& painter, QPointF center, bool up);
 
 // Pixels that the buttons of a cell take at its right edge.
-inline constexpr int kCellButtonWidth = 18;
+inline int GetCellButtonWidth() { return Scaled(18); }
 
 }  // namespace margindesk

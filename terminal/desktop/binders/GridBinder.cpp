@@ -142,7 +142,7 @@ void TGridBinder::ShowRowHeight() {
 
 int TGridBinder::GetLeastWidth(int section) const {
   const TGridColumn& column = FModel.GetColumn(section);
-  const int button = column.FAllowEditing && column.FShowEditButtons ? kCellButtonWidth : 0;
+  const int button = column.FAllowEditing && column.FShowEditButtons ? GetCellButtonWidth() : 0;
   return std::max({Scaled(column.FMinWidth), Scaled(kLeastWidth),
                    static_cast<int>(Scaled(column.FWidth) * kLeastPart),
                    FView.horizontalHeader()->sectionSizeHint(section) + button,

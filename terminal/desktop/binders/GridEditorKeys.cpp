@@ -178,7 +178,7 @@ bool TGridEditors::ViewClicked(const QMouseEvent& mouse) {
     return false;
   }
   const QRect cell = FView.visualRect(index);
-  const bool onButton = position.x() >= cell.right() - kCellButtonWidth;
+  const bool onButton = position.x() >= cell.right() - GetCellButtonWidth();
   if (FField->GetKind() == TCellField::TKind::List || (onButton && FField->Drop() != nullptr)) {
     DropDown();
   } else if (onButton && FField->GetKind() == TCellField::TKind::Spin) {
