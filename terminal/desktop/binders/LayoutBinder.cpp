@@ -1,5 +1,6 @@
 #include "terminal/desktop/binders/LayoutBinder.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGroupBox>
@@ -59,7 +60,10 @@ TLayoutBinder::~TLayoutBinder() {
 
 // A change of the scale comes with one of the font.
 bool TLayoutBinder::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::FontChange) LayoutUpdated();
+  if (event->type() == QEvent::FontChange) {
+    FRescaled = true;
+    LayoutUpdated();
+  }
   return QObject::eventFilter(watched, event);
 }
 
@@ -71,8 +75,18 @@ void TLayoutBinder::LayoutUpdated() {
 bool TLayoutBinder::event(QEvent* event) {
   if (event->type() != kRebuild) return QObject::event(event);
   FPending = false;
+  if (std::exchange(FRescaled, false)) ForgetSizes();
   Rebuild();
   return true;
+}
+
+// A drop-down list keeps its least size over a change of the font, but not over one of the style.
+void TLayoutBinder::ForgetSizes() {
+  for (const auto& [control, widget] : FWidgets) {
+    if (qobject_cast<QComboBox*>(widget) == nullptr) continue;
+    QEvent changed(QEvent::StyleChange);
+    QCoreApplication::sendEvent(widget, &changed);
+  }
 }
 
 void TLayoutBinder::Watch(TBaseLayoutItem& item) {

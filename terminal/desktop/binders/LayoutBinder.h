@@ -22,6 +22,7 @@ class TLayoutBinder : public QObject {
  private:
   void Watch(TBaseLayoutItem& item);
   void LayoutUpdated();  // later, once for a burst
+  void ForgetSizes();
   void Rebuild();
   QWidget* MakePlace(TBaseLayoutItem& item, QWidget* parent);
   QWidget* MakeGroup(TLayoutGroup& group, QWidget* parent);
@@ -33,6 +34,7 @@ class TLayoutBinder : public QObject {
   QWidget& FWidget;
   QWidget* FRoot = nullptr;
   bool FPending = false;
+  bool FRescaled = false;
   std::vector<TBaseLayoutItem*> FWatched;
   std::unordered_map<TControl*, QWidget*> FWidgets;
 };
