@@ -61,6 +61,9 @@ constexpr QStyle::PixelMetric kScaledSizes[] = {
 
 int appliedScale = 100;  // percent
 
+// Pixels on either side of a caption, so that one at the right and the next at the left stand apart.
+constexpr int kHeaderMargin = 3;
+
 // Boxes to type in and to tick, and menus, have an outline that stands out from the window at 3 to 1 in every
 // skin.
 class TSkinStyle : public QProxyStyle {
@@ -71,6 +74,7 @@ class TSkinStyle : public QProxyStyle {
         FScale(scalePercent) {}
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    if (metric == PM_HeaderMargin) return kHeaderMargin * FScale / 100;
     const int size = QProxyStyle::pixelMetric(metric, option, widget);
     return std::ranges::find(kScaledSizes, metric) == std::end(kScaledSizes) ? size : size * FScale / 100;
   }
