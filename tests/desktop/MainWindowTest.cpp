@@ -2,6 +2,8 @@
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QApplication>
+#include <QLabel>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <fstream>
@@ -25,6 +27,7 @@ TTestBook MakeBook() {
   book.Currency("HKD", 1);
   book.Product("IDX", "HKD", 25000);
   book.Account("A1").FName = "Amber";
+  book.Position("A1", "IDX", 2);
   return book;
 }
 
@@ -114,6 +117,28 @@ TEST(MainWindow, NamesTheViewOfAHandlerThatFailedAndGoesOn) {
   QCoreApplication::sendEvent(&*run.FWindow, &passedMenu);
   EXPECT_THAT(run.FWindow->statusBar()->currentMessage().toStdString(),
               testing::AllOf(HasSubstr("Account Information - A1"), HasSubstr("no such figure")));
+}
+
+TEST(MainWindow, MarksPricesThatAreNotCurrentForAsLongAsTheyAreNot) {
+  const QTemporaryDir folder;
+  TRun run(folder);
+  const auto findMark = [&]() -> QLabel* {
+    for (QLabel* label : run.FWindow->statusBar()->findChildren<QLabel*>()) {
+      if (label->isVisible() && label->text().contains("Prices not current")) return label;
+    }
+    return nullptr;
+  };
+  const auto isMarked = [&] { return findMark() != nullptr; };
+  const auto setStatus = [&](std::optional<std::int32_t> status) {
+    run.FHost.Data().SetItemStatus(TCode("IDX"), status);
+    run.FHost.Loop().RunOnce();
+  };
+  EXPECT_FALSE(isMarked());
+  setStatus(kItemNotCurrent);
+  ASSERT_TRUE(QTest::qWaitFor(isMarked));
+  EXPECT_EQ(findMark()->toolTip(), "IDX");
+  setStatus(std::nullopt);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !isMarked(); }));
 }
 
 TEST(MainWindow, ComesBackWithTheHostsDocksAndLosesNothingToADamagedWorkspace) {
