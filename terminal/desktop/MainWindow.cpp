@@ -87,6 +87,7 @@ TMainWindow::TMainWindow(TReferenceHost& host, TPackages& packages)
     return known;
   });
   FHost.Views().SetListener(this);
+  UseToolkitTexts(FHost.Language().GetLanguageIndex());
   ApplyLook();
   BuildMenus();
 }
@@ -194,6 +195,7 @@ void TMainWindow::SetLanguage(std::int32_t index) {
   if (index == FHost.Language().GetLanguageIndex() || !FHost.Language().SetLanguage(index)) return;
   TConfigManager& config = FHost.Config();
   config.WriteString(config.GetUserSection(), kLanguageKey, std::to_string(index), false);
+  UseToolkitTexts(index);
   ApplyLook();
   std::vector<TViewDock*> current;  // those of which a simulation is not out of date
   for (const auto& [handle, dock] : FDocks) {
@@ -210,7 +212,6 @@ void TMainWindow::SetLanguage(std::int32_t index) {
 }
 
 void TMainWindow::ApplyLook() {
-  UseToolkitTexts(FHost.Language().GetLanguageIndex());
   ApplySkin(*qApp, TCustomLookAndFeelService::GetInstance().GetSkinName(), ReadScale(FHost.Config()));
 }
 

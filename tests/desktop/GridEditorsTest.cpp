@@ -72,7 +72,7 @@ class GridEditors : public testing::Test {
 
   void SymbolGiven(TVariant& value, std::string& refusal) {
     FSymbols.push_back(value.AsText());
-    if (value.AsText() == "XXX") refusal = "no such symbol";
+    if (value.AsText() == "NOSUCH") refusal = "no such symbol";
     if (refusal.empty() && FGrid.GetFocusedRecordIndex() == FGrid.GetRecordCount() - 1)
       FGrid.SetRecordCount(FGrid.GetRecordCount() + 1);
   }
@@ -202,7 +202,7 @@ TEST_F(GridEditors, ARefusedValueKeepsItsEditorWithTheReasonAndTheClickElsewhere
   EXPECT_EQ(clicks, 1);
   EXPECT_EQ(Cell(0, kPrice), "7");
   GoTo(0, kSymbol);
-  Type("XXX\t");
+  Type("NOSUCH\t");
   EXPECT_EQ(reason(), "no such symbol");
   EXPECT_EQ(FGrid.GetEditor()->GetColumnTag(), kSymbol);
 }

@@ -11,6 +11,7 @@
 #include "terminal/desktop/binders/PopupMenus.h"
 #include "terminal/desktop/binders/SimpleBinders.h"
 #include "terminal/desktop/binders/TreeBinder.h"
+#include "terminal/desktop/binders/TreeView.h"
 
 namespace margindesk {
 
@@ -38,8 +39,12 @@ QWidget* MakeGrid(TControl& control, QWidget* parent) {
 }
 
 QWidget* MakeTree(TControl& control, QWidget* parent) {
-  QWidget* widget = Make<TVirtualTree, QTreeView, TTreeBinder>(control, parent);
-  if (widget != nullptr) ConnectPopupMenu(control, *widget);
+  auto* tree = dynamic_cast<TVirtualTree*>(&control);
+  if (tree == nullptr) return nullptr;
+  auto* widget = new TTreeView(parent);
+  widget->SetGridLines(tree->GetGridLines());
+  new TTreeBinder(*tree, *widget);
+  ConnectPopupMenu(control, *widget);
   return widget;
 }
 

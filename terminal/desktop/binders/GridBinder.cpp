@@ -125,6 +125,7 @@ bool TGridBinder::eventFilter(QObject* watched, QEvent* event) {
     return true;
   }
   if (watched == &FView && event->type() == QEvent::FontChange) {
+    FLeastWidths.clear();
     ShowRowHeight();
     ShowColumns();
   } else if (watched != &FView && event->type() == QEvent::Resize) {  // its viewport
@@ -140,14 +141,17 @@ void TGridBinder::ShowRowHeight() {
   FDelegate.SetRowHeight(height);
 }
 
-int TGridBinder::GetLeastWidth(int section) const {
+// It only grows until the font changes, so that columns stand still while figures move.
+int TGridBinder::GetLeastWidth(int section) {
   const TGridColumn& column = FModel.GetColumn(section);
   const int button = column.FAllowEditing && column.FShowEditButtons ? GetCellButtonWidth() : 0;
-  return std::max({Scaled(column.FMinWidth), Scaled(kLeastWidth),
-                   static_cast<int>(Scaled(column.FWidth) * kLeastPart),
-                   FView.horizontalHeader()->sectionSizeHint(section) + button,
-                   std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section),
-                            Scaled(kMostFitted))});
+  int& least = FLeastWidths[column.FTag];
+  least = std::max({least, Scaled(column.FMinWidth), Scaled(kLeastWidth),
+                    static_cast<int>(Scaled(column.FWidth) * kLeastPart),
+                    FView.horizontalHeader()->sectionSizeHint(section) + button,
+                    std::min(static_cast<const QAbstractItemView&>(FView).sizeHintForColumn(section),
+                             Scaled(kMostFitted))});
+  return least;
 }
 
 bool TGridBinder::IsSized(const TGridColumn& column) const {
@@ -164,7 +168,9 @@ void TGridBinder::ShareWidth() {
   QHeaderView& header = *FView.horizontalHeader();
   const int room = FView.viewport()->width();
   std::vector<int> widths(static_cast<std::size_t>(count));  // of those that do not share; else 0
+  std::vector<int> leasts;
   for (int i = 0; i < count; ++i) {
+    leasts.push_back(GetLeastWidth(i));
     const TGridColumn& column = FModel.GetColumn(i);
     if (IsSized(column)) widths[static_cast<std::size_t>(i)] = Scaled(std::max(column.FWidth, kLeastWidth));
   }
@@ -182,7 +188,7 @@ void TGridBinder::ShareWidth() {
     part = shared == 0 ? 0 : std::max(0.0, static_cast<double>(rest) / shared);
     for (int i = 0; i < count; ++i) {
       int& width = widths[static_cast<std::size_t>(i)];
-      const int least = GetLeastWidth(i);
+      const int least = leasts[static_cast<std::size_t>(i)];
       if (width > 0 || wanted(i) * part >= least) continue;
       width = least;
       again = true;
@@ -206,8 +212,10 @@ void TGridBinder::ShowColumns() {
     const TGridColumn& column = FModel.GetColumn(i);
     header->moveSection(header->visualIndex(i), i);
     // A width that the person chose stands as it is; any other grows with what it is to show.
-    const int width = Scaled(column.FWidth);
-    header->resizeSection(i, IsSized(column) ? width : std::max(width, GetLeastWidth(i)));
+    if (!FGrid.GetOptions().FColumnAutoWidth) {
+      const int width = Scaled(column.FWidth);
+      header->resizeSection(i, IsSized(column) ? width : std::max(width, GetLeastWidth(i)));
+    }
     if (column.FSortIndex == 0) sorted = i;
   }
   ShareWidth();

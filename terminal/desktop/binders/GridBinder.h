@@ -31,7 +31,7 @@ class TGridBinder : public QObject {
   void GridUpdated();
   void ShowColumns();
   void ShareWidth();
-  int GetLeastWidth(int section) const;
+  int GetLeastWidth(int section);
   void ShowRowHeight();
   void ShowFocus();
   void ShowHint();
@@ -46,8 +46,9 @@ class TGridBinder : public QObject {
   TCellDelegate FDelegate;
   TGridEditors FEditors;
   QTimer FTimer;
-  std::map<std::int32_t, int> FFormWidths;  // of the columns as the form made them, by tag
-  std::int32_t FCurrentTag = -1;            // of the cell that the person is at
+  std::map<std::int32_t, int> FFormWidths;   // of the columns as the form made them, by tag
+  std::map<std::int32_t, int> FLeastWidths;  // pixels that columns have needed so far, by their tags
+  std::int32_t FCurrentTag = -1;             // of the cell that the person is at
   bool FRefreshing = false;
 };
 

@@ -12,12 +12,12 @@ namespace {
 
 using TKind = TFact::TKind;
 
-struct TQuantityLine {
+struct TPositionLine {
   const char* FText;
-  double TPositionFacts::*FQuantity;
+  double TPositionFacts::*FFigure;
 };
 
-constexpr TQuantityLine kQuantities[] = {
+constexpr TPositionLine kQuantities[] = {
     {"Desktop_Held", &TPositionFacts::FHoldingQuantity},
     {"Desktop_Excluded", &TPositionFacts::FExcludedQuantity},
     {"Desktop_BODQty", &TPositionFacts::FBODQuantity},
@@ -39,12 +39,7 @@ constexpr TPriceLine kPrices[] = {
     {"Desktop_PreviousClose", &TPriceFacts::FPreviousClose},
 };
 
-struct TAverageLine {
-  const char* FText;
-  double TPositionFacts::*FPrice;
-};
-
-constexpr TAverageLine kAverages[] = {
+constexpr TPositionLine kAverages[] = {
     {"Desktop_Average", &TPositionFacts::FAveragePrice},
     {"Desktop_BuyAverage", &TPositionFacts::FBuyAveragePrice},
     {"Desktop_SellAverage", &TPositionFacts::FSellAveragePrice},
